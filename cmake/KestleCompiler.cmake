@@ -1,0 +1,15 @@
+# SPDX-FileCopyrightText: 2026 Kestle contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# One set of warnings for every target of ours; presets decide whether they are errors.
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+                        QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+                        QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+set(KESTLE_SANITIZERS "" CACHE STRING "Sanitizers for -fsanitize=, comma separated")
+if(KESTLE_SANITIZERS)
+    add_compile_options(-fsanitize=${KESTLE_SANITIZERS} -fno-omit-frame-pointer
+                        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${KESTLE_SANITIZERS})
+endif()

@@ -1,0 +1,18 @@
+# SPDX-FileCopyrightText: 2026 Kestle contributors
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# kestle_test(Name library...): Name.cpp holds one Qt Test class; it links the one layer it tests.
+# Exit status 77 means skipped, with the reason printed.
+function(kestle_test name)
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE Qt6::Test ${ARGN})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT 120
+        SKIP_RETURN_CODE 77
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;KESTLE_SHARED_MEDIA=${KESTLE_SHARED_MEDIA}")
+endfunction()
+
+# Real camera files for checking, kept outside the project; tests over them are skipped without.
+set(KESTLE_SHARED_MEDIA "${PROJECT_SOURCE_DIR}/../shared/media" CACHE PATH
+    "Folder of real camera files for checking; may be missing")

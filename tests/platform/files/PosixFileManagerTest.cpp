@@ -1,0 +1,226 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/files/PosixFileManager.h"
+#include "platform/files/CreationDate.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+
+using namespace Qt::StringLiterals;
+namespace fs = std::filesystem;
+
+class PosixFileManagerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_folder->isValid());
+        m_root = fs::canonical(m_folder->path().toStdString());
+    }
+
+    void listsRegularFilesAtEveryDepthInByteOrder()
+    {
+        for (const char *name : {"b/2.JPG", "b/1.JPG", "a/deep/deeper/3.RAF", "Z.JPG", "a.JPG"}) {
+            add(name);
+        }
+
+        const std::vector<std::string> expected = {"Z.JPG", "a/deep/deeper/3.RAF", "a.JPG",
+                                                   "b/1.JPG", "b/2.JPG"};
+        QCOMPARE(listed(), expected);
+    }
+
+    void leavesOutHiddenEntriesPackagesLinksAndOddEntries()
+    {
+        for (const char *name :
+             {".hidden.JPG", "._DSCF0001.RAF", ".Trashes/1.JPG", "Thing.app/1.JPG",
+              "Mine.PhotosLibrary/1.JPG", "x.bundle/deep/1.JPG", "y.FRAMEWORK/1.JPG", "kept.JPG"}) {
+            add(name);
+        }
+        fs::create_directory(m_root / "FOLDER.JPG");
+        fs::create_symlink(m_root / "kept.JPG", m_root / "link.JPG");
+        fs::create_directory_symlink(m_root / "FOLDER.JPG", m_root / "linkedfolder");
+        QCOMPARE(::mkfifo((m_root / "pipe.JPG").c_str(), 0600), 0);
+
+        QCOMPARE(listed(), std::vector<std::string>{"kept.JPG"});
+    }
+
+    void aFolderNamedOnlyByAPackageExtensionIsHiddenAnyway()
+    {
+        add(".app/1.JPG");
+        add("app/2.JPG");
+
+        QCOMPARE(listed(), std::vector<std::string>{"app/2.JPG"});
+    }
+
+    void aMissingFolderOrALinkToOneListsNothing()
+    {
+        add("real/1.JPG");
+        fs::create_directory_symlink(m_root / "real", m_root / "link");
+
+        QVERIFY(m_files.regularFilesBelow(m_root / "missing").empty());
+        QVERIFY(m_files.regularFilesBelow(m_root / "link").empty());
+        QVERIFY(m_files.regularFilesBelow(m_root / "real" / "1.JPG").empty());
+    }
+
+    void anUnreadableFolderIsLeftOutAndTheRestListed()
+    {
+        if (::geteuid() == 0) {
+            QSKIP("root reads everything");
+        }
+        add("closed/1.JPG");
+        add("open/2.JPG");
+        fs::permissions(m_root / "closed", fs::perms::none);
+
+        QCOMPARE(listed(), std::vector<std::string>{"open/2.JPG"});
+        fs::permissions(m_root / "closed", fs::perms::owner_all);
+    }
+
+    void namesThatAreNotUtf8Survive()
+    {
+        add("caf\xE9.JPG");
+
+        QCOMPARE(listed(), std::vector<std::string>{"caf\xE9.JPG"});
+    }
+
+    void listingLeavesNoDescriptorOpen()
+    {
+        add("a/b/c/1.JPG");
+        const auto before = openDescriptors();
+
+        (void)listed();
+
+        QCOMPARE(openDescriptors(), before);
+    }
+
+    void kindFollowsLinksAndIsAbsentForNothing()
+    {
+        add("folder/file");
+        fs::create_symlink("folder", m_root / "link");
+        fs::create_symlink("nowhere", m_root / "dangling");
+
+        QCOMPARE(m_files.kindOf(m_root / "folder"), FileManager::EntryKind::Directory);
+        QCOMPARE(m_files.kindOf(m_root / "link"), FileManager::EntryKind::Directory);
+        QCOMPARE(m_files.kindOf(m_root / "link/file"), FileManager::EntryKind::Other);
+        QVERIFY(!m_files.kindOf(m_root / "dangling"));
+        QVERIFY(!m_files.kindOf(m_root / "missing"));
+    }
+
+    void onlyFoldersAreListable()
+    {
+        add("folder/file");
+        fs::create_directory(m_root / "empty");
+
+        QVERIFY(m_files.isListable(m_root / "folder"));
+        QVERIFY(m_files.isListable(m_root / "empty"));
+        QVERIFY(!m_files.isListable(m_root / "folder/file"));
+        QVERIFY(!m_files.isListable(m_root / "missing"));
+    }
+
+    void resolvesLinksDotsAndTrailingSeparators()
+    {
+        add("folder/file");
+        fs::create_symlink("folder", m_root / "link");
+
+        QCOMPARE(m_files.resolvingSymlinks(m_root / "link/file"), m_root / "folder/file");
+        QCOMPARE(m_files.resolvingSymlinks(m_root / "link/../folder/./file"),
+                 m_root / "folder/file");
+        QCOMPARE(m_files.resolvingSymlinks(m_root / "folder/"), m_root / "folder");
+        QCOMPARE(m_files.resolvingSymlinks(m_root / "missing/file"), m_root / "missing/file");
+        QCOMPARE(m_files.resolvingSymlinks("/"), fs::path("/"));
+    }
+
+    void aLoopOfLinksStaysAsWritten()
+    {
+        fs::create_symlink("two", m_root / "one");
+        fs::create_symlink("one", m_root / "two");
+
+        QCOMPARE(m_files.resolvingSymlinks(m_root / "one"), m_root / "one");
+    }
+
+    void sizeIsTheFilesAndAbsentForNothing()
+    {
+        add("file", "12345");
+
+        QCOMPARE(m_files.fileSize(m_root / "file"), std::optional<qint64>(5));
+        QVERIFY(!m_files.fileSize(m_root / "missing"));
+    }
+
+    void removesFilesAndLinksThemselvesButNeverDirectories()
+    {
+        add("file");
+        add("target");
+        fs::create_symlink("target", m_root / "link");
+        fs::create_directory(m_root / "empty");
+
+        QVERIFY(!m_files.remove(m_root / "file"));
+        QVERIFY(!m_files.remove(m_root / "link"));
+        QCOMPARE(m_files.remove(m_root / "empty"), std::errc::is_a_directory);
+        QCOMPARE(m_files.remove(m_root / "missing"), std::errc::no_such_file_or_directory);
+
+        QVERIFY(!fs::exists(m_root / "file"));
+        QVERIFY(!fs::is_symlink(m_root / "link"));
+        QVERIFY(fs::exists(m_root / "target"));
+        QVERIFY(fs::is_directory(m_root / "empty"));
+    }
+
+    void syncsFoldersAndSaysWhenThereIsNone()
+    {
+        QVERIFY(!m_files.syncFolder(m_root));
+        QCOMPARE(m_files.syncFolder(m_root / "missing"), std::errc::no_such_file_or_directory);
+    }
+
+    void creationDateIsNeverTheModificationTime()
+    {
+        add("file");
+        const std::array<timespec, 2> longAgo = {timespec{1000, 0}, timespec{1000, 0}};
+        QCOMPARE(::utimensat(AT_FDCWD, (m_root / "file").c_str(), longAgo.data(), 0), 0);
+
+        const auto date = creationDate(m_root / "file");
+
+        if (!date) {
+            QSKIP("this file system knows no creation times");
+        }
+        QVERIFY(qAbs(date->secsTo(QDateTime::currentDateTimeUtc())) < 3600);
+        QCOMPARE(date->timeSpec(), Qt::UTC);
+    }
+
+    void aMissingFileHasNoCreationDate() { QVERIFY(!creationDate(m_root / "missing")); }
+
+private:
+    void add(const std::string &name, const std::string &content = "x") const
+    {
+        fs::create_directories((m_root / name).parent_path());
+        std::ofstream(m_root / name) << content;
+    }
+
+    [[nodiscard]] std::vector<std::string> listed() const
+    {
+        std::vector<std::string> names;
+        for (const auto &file : m_files.regularFilesBelow(m_root)) {
+            names.push_back(file.lexically_relative(m_root).native());
+        }
+        return names;
+    }
+
+    [[nodiscard]] static std::ptrdiff_t openDescriptors()
+    {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    }
+
+    PosixFileManager m_files;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    fs::path m_root;
+};
+
+QTEST_GUILESS_MAIN(PosixFileManagerTest)
+#include "PosixFileManagerTest.moc"
