@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "core/card/DeleteResult.h"
+#include "core/model/MediaItem.h"
+#include "platform/files/FileManager.h"
+
+#include <QList>
+
+#include <functional>
+
+/// Removes files from a card for good. Blocks on file operations: never on the main thread. Nothing
+/// is shared between calls.
+namespace DeleteEngine {
+
+/// Called on the thread that runs the deletion, after each location: how many have been dealt with
+/// so far, and how many there are.
+using Progress = std::function<void(qint64 done, qint64 total)>;
+
+/// The files of @p items, item after item.
+[[nodiscard]] std::vector<std::filesystem::path> urls(const QList<MediaItem> &items);
+
+/// The files' sizes in bytes, summed; a size that cannot be read counts as 0.
+[[nodiscard]] qint64 totalBytes(const std::vector<std::filesystem::path> &urls,
+                                const FileManager &fileManager);
+
+/// Removes the files at @p urls that lie on the card at @p volumeURL, one after the other, whatever
+/// happens to the others. A file counts as deleted when its entry is removed and its folder has
+/// been brought onto the medium; otherwise it is a failure, with one of the reasons "outside card
+/// volume", "file not found", "not a regular file", or the system's own text.
+[[nodiscard]] DeleteResult deleteFiles(const std::vector<std::filesystem::path> &urls,
+                                       const std::filesystem::path &volumeURL,
+                                       FileManager &fileManager, const Progress &progress = {});
+
+/// The ids of those of @p items that still have a file on the card: a failed one. A file that was
+/// not found counts as deleted.
+[[nodiscard]] QStringList failedItemIDs(const QList<MediaItem> &items, const DeleteResult &result);
+
+} // namespace DeleteEngine
