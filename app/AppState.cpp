@@ -1,0 +1,580 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/AppState.h"
+
+#include "app/CardAccess.h"
+#include "core/card/CardScanner.h"
+#include "core/card/DeleteEngine.h"
+#include "platform/settings/UserDefaults.h"
+#include "platform/volumes/MountedVolumes.h"
+
+#include <QCoroFuture>
+#include <QPointer>
+#include <QtConcurrent/qtconcurrentrun.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using Kind = Phase::Kind;
+
+AppState::AppState(Services services, QObject *parent)
+    : QObject(parent)
+    , m_services(std::move(services))
+{
+    m_deletions.setMaxThreadCount(1);
+}
+
+AppState::~AppState()
+{
+    m_volumeWatcher.reset();
+    m_scanStop.request_stop();
+    m_scans.waitForDone();
+    m_probes.waitForDone();
+    m_deletions.waitForDone();
+    stopScopedAccess();
+}
+
+// What is observed
+
+qint64 AppState::Observed::currentCardIndex() const
+{
+    return card ? availableCards.indexOf(*card) : -1;
+}
+
+bool AppState::Observed::canSwitchCards() const
+{
+    const bool beforeCulling = phase.kind == Kind::CardReady ||
+                               phase.kind == Kind::WaitingForCard ||
+                               phase.kind == Kind::NeedsAccess || phase.kind == Kind::NoMedia;
+    return beforeCulling && availableCards.size() >= 2;
+}
+
+void AppState::beginOperation()
+{
+    if (m_operationDepth++ == 0) {
+        m_before = m_now;
+    }
+}
+
+void AppState::endOperation()
+{
+    if (--m_operationDepth == 0) {
+        // The old session lives in it until everybody has been told.
+        tellChangesSince(std::exchange(m_before, {}));
+    }
+}
+
+void AppState::tellChangesSince(const Observed &before)
+{
+    const Observed now = m_now;
+    const auto tell = [this](bool changed, void (AppState::*signal)()) {
+        if (changed) {
+            Q_EMIT(this->*signal)();
+        }
+    };
+    tell(before.availableCards != now.availableCards, &AppState::availableCardsChanged);
+    tell(before.card != now.card, &AppState::cardChanged);
+    tell(before.currentCardIndex() != now.currentCardIndex(), &AppState::currentCardIndexChanged);
+    tell(before.session != now.session, &AppState::sessionChanged);
+    tell(before.changeCount != now.changeCount, &AppState::changeCountChanged);
+    tell(before.zoomed != now.zoomed, &AppState::zoomedChanged);
+    tell(before.zoomPan != now.zoomPan, &AppState::zoomPanChanged);
+    tell(before.showExifBar != now.showExifBar, &AppState::showExifBarChanged);
+    tell(before.reviewSelection != now.reviewSelection, &AppState::reviewSelectionChanged);
+    tell(before.reviewEnlarged != now.reviewEnlarged, &AppState::reviewEnlargedChanged);
+    tell(before.confirmingDelete != now.confirmingDelete, &AppState::confirmingDeleteChanged);
+    tell(before.phase != now.phase, &AppState::phaseChanged);
+    tell(before.canSwitchCards() != now.canSwitchCards(), &AppState::canSwitchCardsChanged);
+}
+
+QString AppState::cardName() const
+{
+    return m_now.card ? m_now.card->name : QString();
+}
+
+QStringList AppState::availableCardNames() const
+{
+    QStringList names;
+    for (const auto &card : m_now.availableCards) {
+        names.append(card.name);
+    }
+    return names;
+}
+
+void AppState::setZoomed(bool zoomed)
+{
+    const Operation operation(*this);
+    m_now.zoomed = zoomed;
+}
+
+void AppState::setZoomPan(QSizeF pan)
+{
+    const Operation operation(*this);
+    m_now.zoomPan = pan;
+}
+
+void AppState::setShowExifBar(bool show)
+{
+    const Operation operation(*this);
+    m_now.showExifBar = show;
+}
+
+void AppState::setReviewSelection(qint64 selection)
+{
+    const Operation operation(*this);
+    m_now.reviewSelection = selection;
+}
+
+void AppState::setReviewEnlarged(bool enlarged)
+{
+    const Operation operation(*this);
+    m_now.reviewEnlarged = enlarged;
+}
+
+void AppState::setConfirmingDelete(bool confirming)
+{
+    const Operation operation(*this);
+    m_now.confirmingDelete = confirming;
+}
+
+// Cards
+
+void AppState::start()
+{
+    m_services.defaults->registerDefault(u"autoAdvanceOnReject"_s, true);
+    const auto report = [this](const std::vector<std::filesystem::path> &urls) {
+        QMetaObject::invokeMethod(
+            this, [this, urls] { volumesChanged(urls); }, Qt::QueuedConnection);
+    };
+    m_volumeWatcher = std::make_unique<VolumeWatcher>(*m_services.volumes, report);
+}
+
+void AppState::volumesChanged(const std::vector<std::filesystem::path> &urls)
+{
+    const Operation operation(*this);
+    m_now.availableCards.clear();
+    for (const auto &url : urls) {
+        m_now.availableCards.append(CardInfo::of(*m_services.volumes, url));
+    }
+    const auto isMounted = [this](const CardInfo &card) {
+        return std::ranges::find(m_now.availableCards, card.volumeURL, &CardInfo::volumeURL) !=
+               m_now.availableCards.end();
+    };
+    if (m_now.card && !isMounted(*m_now.card)) {
+        dropCard();
+    }
+    if (!m_now.card) {
+        openAutomatically(m_now.availableCards);
+    }
+}
+
+void AppState::dropCard()
+{
+    ++m_wish;
+    m_scanStop.request_stop();
+    stopScopedAccess();
+    m_decisions.reset();
+    m_now.card.reset();
+    m_now.session.reset();
+    m_now.zoomed = false;
+    m_now.reviewEnlarged = false;
+    m_now.confirmingDelete = false;
+    m_now.phase = Phase::waitingForCard();
+    ++m_selection; // what still runs for the card finds that it is gone
+}
+
+void AppState::stopScopedAccess()
+{
+    if (m_scopedCardURL) {
+        m_services.access->stopAccess(*m_scopedCardURL);
+        m_scopedCardURL.reset();
+    }
+}
+
+QCoro::Task<QList<CardProbe>> AppState::probe(QList<CardInfo> cards)
+{
+    const auto probeAll = [cards, access = m_services.access, files = m_services.fileManager] {
+        QList<CardProbe> probes;
+        for (const auto &card : cards) {
+            probes.append(CardProbe::of(card, *access, *files));
+        }
+        return probes;
+    };
+    co_return co_await QtConcurrent::run(&m_probes, probeAll);
+}
+
+void AppState::dropBookmarks(const QList<CardProbe> &probes)
+{
+    for (const auto &probe : probes) {
+        if (probe.bookmark && probe.bookmark != m_scopedCardURL) {
+            m_services.access->stopAccess(*probe.bookmark);
+        }
+    }
+}
+
+QCoro::Task<> AppState::openAutomatically(QList<CardInfo> cards)
+{
+    const QPointer self(this);
+    const auto wish = ++m_wish;
+    const auto probes = co_await probe(cards);
+    if (!self) {
+        co_return;
+    }
+    const Operation operation(*this);
+    if (wish == m_wish && !m_now.card) {
+        openFirstUsable(probes);
+    }
+    dropBookmarks(probes);
+}
+
+void AppState::openFirstUsable(const QList<CardProbe> &probes)
+{
+    const auto usable = std::ranges::find_if(
+        probes, [](const CardProbe &probe) { return probe.isAccessible() && probe.hasDCIM; });
+    if (usable != probes.end()) {
+        m_scopedCardURL = usable->bookmark;
+        selectCard(usable->card);
+        return;
+    }
+    const auto closed = std::ranges::find_if_not(probes, &CardProbe::isAccessible);
+    if (closed != probes.end()) {
+        m_now.card = closed->card;
+        m_now.phase = Phase::needsAccess();
+    }
+}
+
+void AppState::selectCard(const CardInfo &card)
+{
+    ++m_selection;
+    m_decisions.reset();
+    m_now.card = card;
+    m_now.phase = Phase::cardReady(false);
+}
+
+void AppState::openCard(const CardProbe &probe)
+{
+    if (!probe.isAccessible()) {
+        m_now.phase = Phase::needsAccess();
+    } else if (!probe.hasDCIM) {
+        m_now.phase = Phase::noMedia();
+    } else {
+        m_scopedCardURL = probe.bookmark;
+        selectCard(probe.card);
+    }
+}
+
+void AppState::switchToCard(const CardInfo &card)
+{
+    if (canSwitchCards() && card != m_now.card) {
+        openAfterProbe(card);
+    }
+}
+
+void AppState::switchToCardAt(qint64 index)
+{
+    if (index >= 0 && index < m_now.availableCards.size()) {
+        switchToCard(CardInfo(m_now.availableCards.at(index)));
+    }
+}
+
+void AppState::cycleCard()
+{
+    if (!m_now.availableCards.isEmpty()) {
+        switchToCardAt((currentCardIndex() + 1) % m_now.availableCards.size());
+    }
+}
+
+QCoro::Task<> AppState::openAfterProbe(CardInfo card)
+{
+    const QPointer self(this);
+    const auto wish = ++m_wish;
+    const auto probes = co_await probe(QList<CardInfo>(1, card));
+    if (!self) {
+        co_return;
+    }
+    const Operation operation(*this);
+    const bool stillWanted = wish == m_wish && canSwitchCards() && card != m_now.card &&
+                             m_now.availableCards.contains(card);
+    if (stillWanted) {
+        recordChange();
+        stopScopedAccess();
+        m_decisions.reset();
+        ++m_selection;
+        m_now.session.reset();
+        m_now.card = card;
+        openCard(probes.first());
+    }
+    dropBookmarks(probes);
+}
+
+void AppState::grantAccess()
+{
+    if (m_now.card && m_now.phase.kind == Kind::NeedsAccess) {
+        openGranted(*m_now.card);
+    }
+}
+
+QCoro::Task<> AppState::openGranted(CardInfo card)
+{
+    const QPointer self(this);
+    const auto wish = ++m_wish;
+    const auto ask = [card, access = m_services.access] {
+        return access->requestAccess(card.volumeURL, card.name);
+    };
+    const auto granted = co_await QtConcurrent::run(&m_probes, ask);
+    if (!self || !granted) {
+        co_return;
+    }
+    const auto look = [card, files = m_services.fileManager] {
+        return CardScanner::dcimExists(card.volumeURL, *files);
+    };
+    const bool hasDCIM = co_await QtConcurrent::run(&m_probes, look);
+    if (!self) {
+        co_return;
+    }
+    const bool stillWanted =
+        wish == m_wish && m_now.card == card && m_now.phase.kind == Kind::NeedsAccess;
+    if (!stillWanted) {
+        m_services.access->stopAccess(*granted);
+        co_return;
+    }
+    finishGrant(card, *granted, hasDCIM);
+}
+
+void AppState::finishGrant(const CardInfo &card, const std::filesystem::path &granted, bool hasDCIM)
+{
+    const Operation operation(*this);
+    if (!hasDCIM) {
+        m_services.access->stopAccess(granted);
+        m_now.phase = Phase::noMedia();
+        return;
+    }
+    m_services.access->saveBookmark(granted, card.volumeUUID);
+    m_scopedCardURL = granted;
+    selectCard(card);
+}
+
+// Culling
+
+void AppState::startCulling()
+{
+    if (!m_now.card || m_now.phase.kind != Kind::CardReady) {
+        return;
+    }
+    const Operation operation(*this);
+    m_now.phase = Phase::scanning();
+    scan(*m_now.card);
+}
+
+QCoro::Task<> AppState::scan(CardInfo card)
+{
+    const QPointer self(this);
+    const auto number = ++m_scan;
+    const auto selection = m_selection;
+    m_scanStop.request_stop();
+    m_scanStop = std::stop_source();
+    const auto items =
+        co_await CardScanner::scanDetached(&m_scans, card.volumeURL, m_services.fileManager,
+                                           m_services.reader, m_scanStop.get_token());
+    if (!self || number != m_scan || selection != m_selection ||
+        m_now.phase.kind != Kind::Scanning) {
+        co_return;
+    }
+    finishScan(items);
+}
+
+void AppState::finishScan(const QList<MediaItem> &items)
+{
+    const Operation operation(*this);
+    if (items.isEmpty()) {
+        m_now.session.reset();
+        m_now.phase = Phase::noMedia();
+        return;
+    }
+    const auto decisions = m_decisions.value_or(Decisions());
+    m_now.session =
+        std::make_shared<CullSession>(items, decisions.rejectedIDs, decisions.currentIndex);
+    m_services.pipeline->beginSelection(m_selection);
+    m_now.phase = Phase::culling();
+    prefetchCurrent();
+}
+
+void AppState::recordChange()
+{
+    const Operation operation(*this);
+    ++m_now.changeCount;
+    const bool deletionDecided = isDeleting() || m_now.phase.kind == Kind::Summary;
+    if (m_now.session && !deletionDecided) {
+        m_decisions = Decisions{m_now.session->rejectedIDs(), m_now.session->currentIndex()};
+    }
+}
+
+void AppState::prefetchCurrent()
+{
+    if (m_now.session) {
+        m_services.pipeline->prefetch(m_now.session->items(), m_now.session->currentIndex(),
+                                      screenMaxPixel());
+    }
+}
+
+void AppState::afterMove()
+{
+    const Operation operation(*this);
+    m_now.zoomed = false;
+    recordChange();
+    prefetchCurrent();
+}
+
+void AppState::selectItem(qint64 index)
+{
+    if (m_now.session && m_now.phase.kind == Kind::Culling) {
+        const Operation operation(*this);
+        m_now.session->jump(index);
+        afterMove();
+    }
+}
+
+void AppState::undoDecision()
+{
+    const Operation operation(*this);
+    if (m_now.session && m_now.session->undo()) {
+        const auto lastReject = std::max<qint64>(m_now.session->rejectedCount() - 1, 0);
+        m_now.reviewSelection = std::min(m_now.reviewSelection, lastReject);
+        recordChange();
+        prefetchCurrent();
+    }
+}
+
+void AppState::finishCulling()
+{
+    const Operation operation(*this);
+    m_now.zoomed = false;
+    m_now.reviewSelection = 0;
+    m_now.reviewEnlarged = false;
+    recordChange();
+    m_now.phase = Phase::review();
+}
+
+void AppState::goToReview()
+{
+    if (m_now.session && !isDeleting()) {
+        const Operation operation(*this);
+        m_now.confirmingDelete = false;
+        finishCulling();
+    }
+}
+
+void AppState::backToCulling()
+{
+    if (m_now.session && !isDeleting()) {
+        const Operation operation(*this);
+        m_now.confirmingDelete = false;
+        m_now.reviewEnlarged = false;
+        m_now.phase = Phase::culling();
+        prefetchCurrent();
+    }
+}
+
+void AppState::backToCardScreen()
+{
+    if (!isDeleting()) {
+        const Operation operation(*this);
+        m_now.confirmingDelete = false;
+        recordChange();
+        m_now.phase = m_now.card ? Phase::cardReady(hasSession()) : Phase::waitingForCard();
+    }
+}
+
+void AppState::leaveCulling()
+{
+    const Operation operation(*this);
+    recordChange();
+    m_now.phase = Phase::cardReady(true);
+}
+
+void AppState::rescueSelected()
+{
+    if (!m_now.session) {
+        return;
+    }
+    const Operation operation(*this);
+    const auto rejected = m_now.session->rejectedItems();
+    if (m_now.reviewSelection >= 0 && m_now.reviewSelection < rejected.size()) {
+        m_now.session->toggle(rejected.at(m_now.reviewSelection).id);
+        recordChange();
+        const auto lastReject = std::max<qint64>(m_now.session->rejectedCount() - 1, 0);
+        m_now.reviewSelection = std::min(m_now.reviewSelection, lastReject);
+    }
+}
+
+// Deletion
+
+bool AppState::isDeleting() const
+{
+    return m_now.phase.kind == Kind::Deleting;
+}
+
+void AppState::performDelete()
+{
+    if (!m_now.session || !m_now.card || m_now.phase.kind != Kind::Review) {
+        return;
+    }
+    const Operation operation(*this);
+    const auto rejected = m_now.session->rejectedItems();
+    const auto kept = m_now.session->items().size() - rejected.size();
+    m_now.confirmingDelete = false;
+    runDeletion(*m_now.card, rejected, kept);
+}
+
+QCoro::Task<> AppState::runDeletion(CardInfo card, QList<MediaItem> rejected, qint64 kept)
+{
+    const QPointer self(this);
+    const auto selection = m_selection;
+    const auto urls = DeleteEngine::urls(rejected);
+    m_now.phase = Phase::deleting(0, static_cast<qint64>(urls.size()));
+
+    // The run never outlives the controller, which waits for it; what it posts may.
+    const auto progress = [this, selection](qint64 done, qint64 total) {
+        QMetaObject::invokeMethod(
+            this, [=, this] { showProgress(selection, done, total); }, Qt::QueuedConnection);
+    };
+    const auto run = [urls, card, progress, files = m_services.fileManager] {
+        return DeleteEngine::deleteFiles(urls, card.volumeURL, *files, progress);
+    };
+    const auto result = co_await QtConcurrent::run(&m_deletions, run);
+    if (self && selection == m_selection) {
+        finishDelete(result, rejected, kept);
+    }
+}
+
+void AppState::showProgress(qint64 selection, qint64 done, qint64 total)
+{
+    if (selection == m_selection && isDeleting() && done > m_now.phase.doneCount) {
+        const Operation operation(*this);
+        m_now.phase = Phase::deleting(done, total);
+    }
+}
+
+void AppState::finishDelete(const DeleteResult &result, const QList<MediaItem> &rejected,
+                            qint64 kept)
+{
+    const Operation operation(*this);
+    const auto failedIDs = DeleteEngine::failedItemIDs(rejected, result);
+    m_decisions.reset();
+    if (!failedIDs.isEmpty()) {
+        m_decisions = Decisions{QSet<QString>(failedIDs.begin(), failedIDs.end()), 0};
+    }
+    m_now.phase = Phase::summary(static_cast<qint64>(result.deleted.size()),
+                                 static_cast<qint64>(result.failures.size()), kept);
+}
+
+void AppState::closeSummary()
+{
+    if (m_now.phase.kind == Kind::Summary) {
+        const Operation operation(*this);
+        const bool hasFailures = m_now.phase.failedCount != 0;
+        m_now.session.reset();
+        m_now.phase = Phase::cardReady(hasFailures);
+    }
+}

@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/CardInfo.h"
+#include "app/CardProbe.h"
+#include "app/Phase.h"
+#include "app/VolumeWatcher.h"
+#include "core/card/DeleteResult.h"
+#include "core/decode/DecodePipeline.h"
+#include "core/model/CullSession.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QSizeF>
+#include <QStringList>
+#include <QThreadPool>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+
+class CardAccess;
+class FileManager;
+class MetadataReading;
+class MountedVolumes;
+class UserDefaults;
+
+/// The controller: which phase it is, which card is worked on, and every operation on it. Screens
+/// read its state and call its operations; they decide nothing.
+///
+/// Main thread only. A property notifies only when its value really changed, and after the whole
+/// operation is in place. Nothing that touches the card runs on the main thread.
+class AppState : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(Phase phase READ phase NOTIFY phaseChanged)
+    Q_PROPERTY(QString cardName READ cardName NOTIFY cardChanged)
+    Q_PROPERTY(QStringList availableCardNames READ availableCardNames NOTIFY availableCardsChanged)
+    Q_PROPERTY(qint64 currentCardIndex READ currentCardIndex NOTIFY currentCardIndexChanged)
+    Q_PROPERTY(bool canSwitchCards READ canSwitchCards NOTIFY canSwitchCardsChanged)
+    Q_PROPERTY(bool hasSession READ hasSession NOTIFY sessionChanged)
+    Q_PROPERTY(DecodePipeline *pipeline READ pipeline CONSTANT)
+    Q_PROPERTY(bool zoomed READ zoomed NOTIFY zoomedChanged)
+    Q_PROPERTY(QSizeF zoomPan READ zoomPan WRITE setZoomPan NOTIFY zoomPanChanged)
+    Q_PROPERTY(bool showExifBar READ showExifBar NOTIFY showExifBarChanged)
+    Q_PROPERTY(qint64 reviewSelection READ reviewSelection WRITE setReviewSelection NOTIFY
+                   reviewSelectionChanged)
+    Q_PROPERTY(bool reviewEnlarged READ reviewEnlarged NOTIFY reviewEnlargedChanged)
+    Q_PROPERTY(bool confirmingDelete READ confirmingDelete WRITE setConfirmingDelete NOTIFY
+                   confirmingDeleteChanged)
+    Q_PROPERTY(qint64 changeCount READ changeCount NOTIFY changeCountChanged)
+
+public:
+    /// What the controller works with; what it does not own outlives it.
+    struct Services {
+        MountedVolumes *volumes = nullptr;
+        std::shared_ptr<CardAccess> access;
+        std::shared_ptr<FileManager> fileManager;
+        std::shared_ptr<const MetadataReading> reader;
+        UserDefaults *defaults = nullptr;
+        DecodePipeline *pipeline = nullptr;
+        /// The longest edge of screen images, in pixels.
+        std::function<int()> screenMaxPixel;
+    };
+
+    /// While one lives, changes are gathered; when the outermost ends, they are told.
+    class Operation {
+    public:
+        explicit Operation(AppState &state)
+            : m_state(state)
+        {
+            m_state.beginOperation();
+        }
+
+        Operation(const Operation &) = delete;
+        Operation &operator=(const Operation &) = delete;
+
+        ~Operation() { m_state.endOperation(); }
+
+    private:
+        AppState &m_state;
+    };
+
+    explicit AppState(Services services, QObject *parent = nullptr);
+    /// Waits for a deletion that is running; a scan ends early.
+    ~AppState() override;
+
+    [[nodiscard]] const Phase &phase() const { return m_now.phase; }
+
+    [[nodiscard]] const std::optional<CardInfo> &card() const { return m_now.card; }
+
+    /// Empty without a card.
+    [[nodiscard]] QString cardName() const;
+
+    /// Every mounted volume that could be a card, in the watcher's order.
+    [[nodiscard]] const QList<CardInfo> &availableCards() const { return m_now.availableCards; }
+
+    [[nodiscard]] QStringList availableCardNames() const;
+
+    /// Index of the card among the available ones, -1 when it is not there.
+    [[nodiscard]] qint64 currentCardIndex() const { return m_now.currentCardIndex(); }
+
+    /// Whether another card can be chosen now: at least two, and not while one is worked on.
+    [[nodiscard]] bool canSwitchCards() const { return m_now.canSwitchCards(); }
+
+    /// Null without one. Lives until sessionChanged() has been told.
+    [[nodiscard]] CullSession *session() const { return m_now.session.get(); }
+
+    [[nodiscard]] bool hasSession() const { return m_now.session != nullptr; }
+
+    [[nodiscard]] DecodePipeline *pipeline() const { return m_services.pipeline; }
+
+    [[nodiscard]] const std::shared_ptr<FileManager> &fileManager() const
+    {
+        return m_services.fileManager;
+    }
+
+    [[nodiscard]] const std::shared_ptr<const MetadataReading> &reader() const
+    {
+        return m_services.reader;
+    }
+
+    [[nodiscard]] UserDefaults *defaults() const { return m_services.defaults; }
+
+    [[nodiscard]] Q_INVOKABLE int screenMaxPixel() const { return m_services.screenMaxPixel(); }
+
+    /// Whether the current photo is shown at 100 %.
+    [[nodiscard]] bool zoomed() const { return m_now.zoomed; }
+
+    void setZoomed(bool zoomed);
+
+    /// Offset of the zoomed picture in points.
+    [[nodiscard]] QSizeF zoomPan() const { return m_now.zoomPan; }
+
+    void setZoomPan(QSizeF pan);
+
+    [[nodiscard]] bool showExifBar() const { return m_now.showExifBar; }
+
+    void setShowExifBar(bool show);
+
+    /// Index into the rejected items.
+    [[nodiscard]] qint64 reviewSelection() const { return m_now.reviewSelection; }
+
+    void setReviewSelection(qint64 selection);
+
+    [[nodiscard]] bool reviewEnlarged() const { return m_now.reviewEnlarged; }
+
+    void setReviewEnlarged(bool enlarged);
+
+    [[nodiscard]] bool confirmingDelete() const { return m_now.confirmingDelete; }
+
+    void setConfirmingDelete(bool confirming);
+
+    /// Counts recorded changes of the session; whoever shows its content follows this.
+    [[nodiscard]] qint64 changeCount() const { return m_now.changeCount; }
+
+    /// Registers the defaults and begins to watch the volumes. Once.
+    void start();
+    void volumesChanged(const std::vector<std::filesystem::path> &urls);
+
+    /// Ignored unless canSwitchCards(), and for the current card. Until the card has answered,
+    /// nothing changes; the newest wish wins.
+    void switchToCard(const CardInfo &card);
+    Q_INVOKABLE void switchToCardAt(qint64 index);
+    void cycleCard();
+    Q_INVOKABLE void grantAccess();
+
+    Q_INVOKABLE void startCulling();
+    /// To be called after every change of the session.
+    void recordChange();
+    void prefetchCurrent();
+    /// To be called after the current index changed.
+    void afterMove();
+    /// Makes the item @p index the current one.
+    Q_INVOKABLE void selectItem(qint64 index);
+    /// Takes the last decision back and shows its item.
+    void undoDecision();
+    void finishCulling();
+    Q_INVOKABLE void goToReview();
+    Q_INVOKABLE void backToCulling();
+    Q_INVOKABLE void backToCardScreen();
+    /// To the card screen, from where the session can be resumed.
+    void leaveCulling();
+    Q_INVOKABLE void rescueSelected();
+
+    /// Deletes the files of the rejects; only from the review.
+    Q_INVOKABLE void performDelete();
+    Q_INVOKABLE void closeSummary();
+
+Q_SIGNALS:
+    void phaseChanged();
+    void cardChanged();
+    void availableCardsChanged();
+    void currentCardIndexChanged();
+    void canSwitchCardsChanged();
+    /// The session was replaced or dropped.
+    void sessionChanged();
+    void zoomedChanged();
+    void zoomPanChanged();
+    void showExifBarChanged();
+    void reviewSelectionChanged();
+    void reviewEnlargedChanged();
+    void confirmingDeleteChanged();
+    void changeCountChanged();
+
+private:
+    /// Everything that notifies.
+    struct Observed {
+        Phase phase;
+        std::optional<CardInfo> card;
+        QList<CardInfo> availableCards;
+        std::shared_ptr<CullSession> session;
+        bool zoomed = false;
+        QSizeF zoomPan = {0, 0};
+        bool showExifBar = true;
+        qint64 reviewSelection = 0;
+        bool reviewEnlarged = false;
+        bool confirmingDelete = false;
+        qint64 changeCount = 0;
+
+        [[nodiscard]] qint64 currentCardIndex() const;
+        [[nodiscard]] bool canSwitchCards() const;
+    };
+
+    /// The decisions on the selected card, for culling that starts again.
+    struct Decisions {
+        QSet<QString> rejectedIDs;
+        qint64 currentIndex = 0;
+    };
+
+    void beginOperation();
+    void endOperation();
+    void tellChangesSince(const Observed &before);
+
+    void selectCard(const CardInfo &card);
+    void openCard(const CardProbe &probe);
+    void dropCard();
+    void stopScopedAccess();
+    void dropBookmarks(const QList<CardProbe> &probes);
+    void openFirstUsable(const QList<CardProbe> &probes);
+    [[nodiscard]] QCoro::Task<QList<CardProbe>> probe(QList<CardInfo> cards);
+    QCoro::Task<> openAutomatically(QList<CardInfo> cards);
+    QCoro::Task<> openAfterProbe(CardInfo card);
+    QCoro::Task<> openGranted(CardInfo card);
+    void finishGrant(const CardInfo &card, const std::filesystem::path &granted, bool hasDCIM);
+    QCoro::Task<> scan(CardInfo card);
+    void finishScan(const QList<MediaItem> &items);
+    QCoro::Task<> runDeletion(CardInfo card, QList<MediaItem> rejected, qint64 kept);
+    void showProgress(qint64 selection, qint64 done, qint64 total);
+    void finishDelete(const DeleteResult &result, const QList<MediaItem> &rejected, qint64 kept);
+    [[nodiscard]] bool isDeleting() const;
+
+    Services m_services;
+    std::unique_ptr<VolumeWatcher> m_volumeWatcher;
+
+    Observed m_now;
+    Observed m_before; ///< as it was when the outermost operation began
+    int m_operationDepth = 0;
+
+    std::optional<std::filesystem::path> m_scopedCardURL;
+    std::optional<Decisions> m_decisions; ///< the last of the current selection
+    qint64 m_selection = 0;               ///< counts selections of a card; ids repeat between them
+    qint64 m_wish = 0; ///< counts wishes for a card; only the newest is fulfilled
+    qint64 m_scan = 0; ///< counts scans; only the newest counts
+    std::stop_source m_scanStop;
+
+    QThreadPool m_probes;
+    QThreadPool m_scans;
+    QThreadPool m_deletions;
+};

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/DirectAccess.h"
+
+#include "platform/files/FileManager.h"
+#include "platform/settings/UserDefaults.h"
+
+using namespace Qt::StringLiterals;
+
+static QString bookmarkKey(const QString &volumeUUID)
+{
+    return u"cardBookmark."_s + volumeUUID;
+}
+
+DirectAccess::DirectAccess(std::shared_ptr<const FileManager> fileManager, UserDefaults &defaults)
+    : m_fileManager(std::move(fileManager))
+    , m_defaults(defaults)
+{
+}
+
+bool DirectAccess::isReadable(const std::filesystem::path &url) const
+{
+    return m_fileManager->isListable(url);
+}
+
+std::optional<std::filesystem::path> DirectAccess::resolveBookmark(const QString &volumeUUID)
+{
+    const auto stored = m_defaults.data(bookmarkKey(volumeUUID));
+    if (!stored) {
+        return std::nullopt;
+    }
+    const std::filesystem::path url(stored->toStdString());
+    if (!isReadable(url)) {
+        m_defaults.remove(bookmarkKey(volumeUUID));
+        return std::nullopt;
+    }
+    return url;
+}
+
+void DirectAccess::saveBookmark(const std::filesystem::path &url, const QString &volumeUUID)
+{
+    m_defaults.setData(bookmarkKey(volumeUUID), QByteArray::fromStdString(url.native()));
+}
+
+std::optional<std::filesystem::path>
+DirectAccess::requestAccess(const std::filesystem::path &directory, const QString & /*name*/)
+{
+    return isReadable(directory) ? std::optional(directory) : std::nullopt;
+}
+
+void DirectAccess::stopAccess(const std::filesystem::path & /*url*/)
+{
+    // Nothing is held open.
+}

@@ -1,0 +1,206 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/KeyHandler.h"
+
+#include "app/AppState.h"
+#include "platform/settings/UserDefaults.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using Kind = Phase::Kind;
+
+static constexpr qreal panStep = 80; // points
+static constexpr qint64 reviewColumns = 5;
+
+bool KeyHandler::handleKey(const KeyPress &key)
+{
+    if (key.command) {
+        return false;
+    }
+    const AppState::Operation operation(m_appState);
+    if (key.keyCode == KeyPress::Tab && m_appState.canSwitchCards()) {
+        m_appState.cycleCard();
+        return true;
+    }
+    const bool isReturn = key.keyCode == KeyPress::Return;
+    switch (m_appState.phase().kind) {
+    case Kind::NeedsAccess:
+        if (isReturn) {
+            m_appState.grantAccess();
+        }
+        return isReturn;
+    case Kind::CardReady:
+        if (isReturn) {
+            m_appState.startCulling();
+        }
+        return isReturn;
+    case Kind::Culling:
+        return handleCullingKey(key.chars, key.keyCode);
+    case Kind::Review:
+        return handleReviewKey(key.chars, key.keyCode);
+    case Kind::WaitingForCard:
+    case Kind::Scanning:
+    case Kind::NoMedia:
+    case Kind::Deleting:
+    case Kind::Summary:
+        return false;
+    }
+    return false;
+}
+
+bool KeyHandler::handleCullingKey(const QString &chars, quint16 keyCode)
+{
+    const auto *session = m_appState.session();
+    if (!session) {
+        return false;
+    }
+    if (chars == u"x") {
+        rejectCurrent();
+        return true;
+    }
+    if (panOrStep(keyCode)) {
+        return true;
+    }
+    if (chars == u"z") {
+        const auto *item = session->currentItem();
+        const bool isPhoto = item && item->kind == MediaKind::photo;
+        if (isPhoto) {
+            m_appState.setZoomed(!m_appState.zoomed());
+        }
+        return isPhoto;
+    }
+    if (chars == u"i") {
+        m_appState.setShowExifBar(!m_appState.showExifBar());
+        return true;
+    }
+    if (keyCode == KeyPress::Escape) {
+        m_appState.leaveCulling();
+        return true;
+    }
+    if (keyCode == KeyPress::Return) {
+        m_appState.finishCulling();
+        return true;
+    }
+    return false;
+}
+
+bool KeyHandler::panOrStep(quint16 keyCode)
+{
+    const bool zoomed = m_appState.zoomed();
+    switch (keyCode) {
+    case KeyPress::Left:
+        zoomed ? panBy(panStep, 0) : stepBack();
+        return true;
+    case KeyPress::Right:
+        zoomed ? panBy(-panStep, 0) : stepForward();
+        return true;
+    case KeyPress::Down:
+        panBy(0, zoomed ? -panStep : 0);
+        return zoomed;
+    case KeyPress::Up:
+        panBy(0, zoomed ? panStep : 0);
+        return zoomed;
+    default:
+        return false;
+    }
+}
+
+void KeyHandler::rejectCurrent()
+{
+    const bool isRejected = m_appState.session()->toggleCurrent();
+    m_appState.recordChange();
+    if (isRejected && m_appState.defaults()->boolValue(u"autoAdvanceOnReject"_s)) {
+        stepForward();
+    }
+}
+
+void KeyHandler::stepForward()
+{
+    if (m_appState.session()->next()) {
+        m_appState.afterMove();
+    } else {
+        m_appState.finishCulling();
+    }
+}
+
+void KeyHandler::stepBack()
+{
+    m_appState.session()->previous();
+    m_appState.afterMove(); // at the first item, too: it unzooms
+}
+
+void KeyHandler::panBy(qreal horizontally, qreal vertically)
+{
+    m_appState.setZoomPan(m_appState.zoomPan() + QSizeF(horizontally, vertically));
+}
+
+bool KeyHandler::handleReviewKey(const QString &chars, quint16 keyCode)
+{
+    const auto *session = m_appState.session();
+    if (!session || m_appState.confirmingDelete()) {
+        return false;
+    }
+    if (m_appState.reviewEnlarged()) {
+        return handleEnlargedKey(chars, keyCode);
+    }
+    if (chars == u"x" || chars == u"u") {
+        m_appState.rescueSelected();
+        return true;
+    }
+    switch (keyCode) {
+    case KeyPress::Space:
+        if (session->hasRejects()) {
+            m_appState.setZoomed(false);
+            m_appState.setReviewEnlarged(true);
+        }
+        return session->hasRejects();
+    case KeyPress::Left:
+        moveSelection(-1);
+        return true;
+    case KeyPress::Right:
+        moveSelection(1);
+        return true;
+    case KeyPress::Up:
+        moveSelection(-reviewColumns);
+        return true;
+    case KeyPress::Down:
+        moveSelection(reviewColumns);
+        return true;
+    case KeyPress::Escape:
+        m_appState.backToCulling();
+        return true;
+    case KeyPress::Return:
+        m_appState.setConfirmingDelete(session->hasRejects());
+        return session->hasRejects();
+    default:
+        return false;
+    }
+}
+
+bool KeyHandler::handleEnlargedKey(const QString &chars, quint16 keyCode)
+{
+    if (keyCode == KeyPress::Space || keyCode == KeyPress::Escape) {
+        m_appState.setReviewEnlarged(false);
+        return true;
+    }
+    if (chars == u"z") {
+        m_appState.setZoomed(!m_appState.zoomed());
+        return true;
+    }
+    if (chars == u"x" || chars == u"u") {
+        m_appState.rescueSelected();
+        m_appState.setReviewEnlarged(false);
+        return true;
+    }
+    return false;
+}
+
+void KeyHandler::moveSelection(qint64 by)
+{
+    const auto last = std::max<qint64>(m_appState.session()->rejectedCount() - 1, 0);
+    // An upper bound for moves ahead and a lower one for moves back, as each alone is given.
+    const auto moved = m_appState.reviewSelection() + by;
+    m_appState.setReviewSelection(by < 0 ? std::max<qint64>(moved, 0) : std::min(moved, last));
+}

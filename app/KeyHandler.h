@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/KeyPress.h"
+
+class AppState;
+
+/// Decides by phase what a key means. Main thread only.
+class KeyHandler {
+public:
+    explicit KeyHandler(AppState &appState)
+        : m_appState(appState)
+    {
+    }
+
+    /// True when the key was consumed; any other key goes on to the window.
+    [[nodiscard]] bool handleKey(const KeyPress &key);
+
+private:
+    [[nodiscard]] bool handleCullingKey(const QString &chars, quint16 keyCode);
+    [[nodiscard]] bool handleReviewKey(const QString &chars, quint16 keyCode);
+    [[nodiscard]] bool handleEnlargedKey(const QString &chars, quint16 keyCode);
+    [[nodiscard]] bool panOrStep(quint16 keyCode);
+    void rejectCurrent();
+    void stepForward();
+    void stepBack();
+    void panBy(qreal horizontally, qreal vertically);
+    void moveSelection(qint64 by);
+
+    AppState &m_appState;
+};
