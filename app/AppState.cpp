@@ -142,7 +142,7 @@ void AppState::setConfirmingDelete(bool confirming)
 
 void AppState::start()
 {
-    m_services.defaults->registerDefault(u"autoAdvanceOnReject"_s, true);
+    m_services.defaults->registerDefaults({{u"autoAdvanceOnReject"_s, true}});
     const auto report = [this](const std::vector<std::filesystem::path> &urls) {
         QMetaObject::invokeMethod(
             this, [this, urls] { volumesChanged(urls); }, Qt::QueuedConnection);

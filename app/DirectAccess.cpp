@@ -26,7 +26,7 @@ bool DirectAccess::isReadable(const std::filesystem::path &url) const
 
 std::optional<std::filesystem::path> DirectAccess::resolveBookmark(const QString &volumeUUID)
 {
-    const auto stored = m_defaults.data(bookmarkKey(volumeUUID));
+    const auto stored = m_defaults.bytes(bookmarkKey(volumeUUID));
     if (!stored) {
         return std::nullopt;
     }
@@ -40,7 +40,7 @@ std::optional<std::filesystem::path> DirectAccess::resolveBookmark(const QString
 
 void DirectAccess::saveBookmark(const std::filesystem::path &url, const QString &volumeUUID)
 {
-    m_defaults.setData(bookmarkKey(volumeUUID), QByteArray::fromStdString(url.native()));
+    m_defaults.setBytes(bookmarkKey(volumeUUID), QByteArray::fromStdString(url.native()));
 }
 
 std::optional<std::filesystem::path>

@@ -111,7 +111,7 @@ void KeyHandler::rejectCurrent()
 {
     const bool isRejected = m_appState.session()->toggleCurrent();
     m_appState.recordChange();
-    if (isRejected && m_appState.defaults()->boolValue(u"autoAdvanceOnReject"_s)) {
+    if (isRejected && m_appState.defaults()->boolean(u"autoAdvanceOnReject"_s)) {
         stepForward();
     }
 }

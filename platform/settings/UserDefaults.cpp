@@ -3,62 +3,81 @@
 
 #include "platform/settings/UserDefaults.h"
 
+#include <QFile>
+#include <QSettings>
 #include <QStandardPaths>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
-/// Any text survives as a key: a separator would make a group, and letter case may be lost.
-static QString escaped(const QString &key)
+/// QSettings takes both slashes apart into groups and drops empty ones, and refuses an empty key.
+static QString escaped(QString key)
 {
-    return QString::fromLatin1(QUrl::toPercentEncoding(key));
+    if (key.isEmpty()) {
+        return u"%"_s;
+    }
+    return key.replace(u'%', u"%25"_s).replace(u'/', u"%2F"_s).replace(u'\\', u"%5C"_s);
 }
 
 UserDefaults::UserDefaults(const std::filesystem::path &file)
-    : m_settings(QString::fromStdString(file.native()), QSettings::IniFormat)
+    : m_file(QFile::decodeName(QByteArray::fromStdString(file.native())))
 {
-    m_settings.setFallbacksEnabled(false);
 }
 
 std::filesystem::path UserDefaults::standardFile()
 {
     const auto folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    return std::filesystem::path(folder.toStdString()) / "Kestle" / "Kestle.ini";
+    return std::filesystem::path(QFile::encodeName(folder).toStdString()) / "Kestle/Kestle.conf";
 }
 
-void UserDefaults::registerDefault(const QString &key, bool value)
+void UserDefaults::registerDefaults(const QVariantMap &defaults)
 {
     const std::scoped_lock lock(m_mutex);
-    m_registered.insert(key, value);
+    m_defaults.insert(defaults);
 }
 
-bool UserDefaults::boolValue(const QString &key) const
+bool UserDefaults::boolean(const QString &key) const
 {
+    // A truth value comes back from the file as text; any other text says nothing.
+    const auto text = stored(key).toString();
+    if (text == "true"_L1 || text == "false"_L1) {
+        return text == "true"_L1;
+    }
     const std::scoped_lock lock(m_mutex);
-    return m_settings.value(escaped(key), m_registered.value(key, false)).toBool();
+    return m_defaults.value(key).toBool();
 }
 
-void UserDefaults::setBool(const QString &key, bool value)
+void UserDefaults::setBoolean(const QString &key, bool value)
 {
-    const std::scoped_lock lock(m_mutex);
-    m_settings.setValue(escaped(key), value);
+    store(key, value);
 }
 
-std::optional<QByteArray> UserDefaults::data(const QString &key) const
+std::optional<QByteArray> UserDefaults::bytes(const QString &key) const
 {
-    const std::scoped_lock lock(m_mutex);
-    const auto value = m_settings.value(escaped(key));
-    return value.isValid() ? std::optional(value.toByteArray()) : std::nullopt;
+    const auto value = stored(key);
+    return value.metaType() == QMetaType::fromType<QByteArray>()
+               ? std::optional(value.toByteArray())
+               : std::nullopt;
 }
 
-void UserDefaults::setData(const QString &key, const QByteArray &value)
+void UserDefaults::setBytes(const QString &key, const QByteArray &value)
 {
-    const std::scoped_lock lock(m_mutex);
-    m_settings.setValue(escaped(key), value);
+    store(key, value);
 }
 
 void UserDefaults::remove(const QString &key)
 {
-    const std::scoped_lock lock(m_mutex);
-    m_settings.remove(escaped(key));
+    QSettings(m_file, QSettings::IniFormat).remove(escaped(key));
+}
+
+// One QSettings object for each operation: objects on one file share its content and may be used
+// on different threads, while one object belongs to one thread.
+
+QVariant UserDefaults::stored(const QString &key) const
+{
+    return QSettings(m_file, QSettings::IniFormat).value(escaped(key));
+}
+
+void UserDefaults::store(const QString &key, const QVariant &value)
+{
+    QSettings(m_file, QSettings::IniFormat).setValue(escaped(key), value);
 }

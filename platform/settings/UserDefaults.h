@@ -3,38 +3,43 @@
 
 #pragma once
 
-#include <QHash>
-#include <QSettings>
-#include <QVariant>
+#include <QByteArray>
+#include <QString>
+#include <QVariantMap>
 
 #include <filesystem>
 #include <mutex>
 #include <optional>
 
-/// The user's settings, kept in an INI file below the desktop's configuration folder. Safe from
-/// several threads.
+/// The user's settings, kept in one INI file. Any text is a key, and different texts are different
+/// keys. What cannot be read is absent and what cannot be written is lost, without a message.
+/// Every operation may block on the disk for a moment and may be called from any thread.
 class UserDefaults {
 public:
-    /// In the file @p file, which need not exist.
+    /// Keeps the settings in @p file, whose folder is made when something is first written.
     explicit UserDefaults(const std::filesystem::path &file);
 
-    /// The application's own file, below the XDG configuration folder.
+    /// Where this user's settings of Kestle belong, by the XDG Base Directory Specification.
     [[nodiscard]] static std::filesystem::path standardFile();
 
-    /// The value of @p key as long as the user has set none. Not written to the file.
-    void registerDefault(const QString &key, bool value);
+    /// What boolean() answers for keys that the file does not hold. Never written.
+    void registerDefaults(const QVariantMap &defaults);
 
-    /// False when @p key is neither set nor registered.
-    [[nodiscard]] bool boolValue(const QString &key) const;
-    void setBool(const QString &key, bool value);
+    /// The truth value of @p key, else its registered default, else false.
+    [[nodiscard]] bool boolean(const QString &key) const;
+    void setBoolean(const QString &key, bool value);
 
-    [[nodiscard]] std::optional<QByteArray> data(const QString &key) const;
-    void setData(const QString &key, const QByteArray &value);
+    /// The bytes stored under @p key; absent when there are none or something else is stored.
+    [[nodiscard]] std::optional<QByteArray> bytes(const QString &key) const;
+    void setBytes(const QString &key, const QByteArray &value);
 
     void remove(const QString &key);
 
 private:
-    mutable std::mutex m_mutex;
-    mutable QSettings m_settings;
-    QHash<QString, bool> m_registered;
+    [[nodiscard]] QVariant stored(const QString &key) const;
+    void store(const QString &key, const QVariant &value);
+
+    const QString m_file;
+    mutable std::mutex m_mutex; ///< for m_defaults; QSettings guards the file itself
+    QVariantMap m_defaults;
 };
