@@ -430,6 +430,47 @@ private Q_SLOTS:
         QVERIFY(!app().hasSession());
     }
 
+    /// With A.HEIC gone, A.JPG is found under its id.
+    void afterADeletionNoPictureOfADeletedFileIsShown()
+    {
+        app().start();
+        m_bench->cardRoot = m_bench->mountCard("CARD", {"A.JPG", "A.HEIC"});
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        const auto first = *app().session()->currentItem();
+        QCOMPARE(first.id, u"100_FUJI/A"_s);
+        QTRY_VERIFY(!m_bench->pipeline.cachedScreenImage(first).isNull());
+        app().session()->toggle(first.id);
+        app().finishCulling();
+        app().performDelete();
+        QTRY_COMPARE(app().phase(), Phase::summary(1, 0, 1));
+        app().closeSummary();
+
+        app().startCulling();
+
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        const auto second = *app().session()->currentItem();
+        QCOMPARE(second.id, first.id);
+        QVERIFY(second.displayURL() != first.displayURL());
+        QTRY_VERIFY(!m_bench->pipeline.cachedScreenImage(second).isNull());
+        QCOMPARE(m_bench->pipeline.cachedScreenImage(second).width(),
+                 Workbench::widthOfPictures(second.displayURL()));
+    }
+
+    void startingAgainOnTheSameCardKeepsThePictures()
+    {
+        m_bench->cull(2);
+        const auto item = *app().session()->currentItem();
+        QTRY_VERIFY(!m_bench->pipeline.cachedScreenImage(item).isNull());
+        app().leaveCulling();
+
+        app().startCulling();
+
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        QVERIFY(!m_bench->pipeline.cachedScreenImage(item).isNull());
+    }
+
     void deletingStartsOnlyFromTheReview()
     {
         m_bench->cull(2);

@@ -22,7 +22,10 @@ public:
     Workbench()
         : m_root(std::filesystem::canonical(m_folder.path().toStdString()))
         , defaults(m_root / "defaults.ini")
-        , pipeline({.picture = [](const auto &, auto) { return QImage(); },
+        , pipeline({.picture =
+                        [](const std::filesystem::path &url, auto) {
+                            return QImage(widthOfPictures(url), 8, QImage::Format_RGB32);
+                        },
                     .videoFrame = [](const auto &) { return QImage(); }})
     {
         appState =
@@ -40,6 +43,12 @@ public:
     {
         files->scanIsHeld = false;
         files->removalIsHeld = false;
+    }
+
+    /// The made-up picture of a file tells by its width which file it is of.
+    [[nodiscard]] static int widthOfPictures(const std::filesystem::path &url)
+    {
+        return url.extension() == ".JPG" ? 8 : 9;
     }
 
     /// Makes a folder that looks like a card, with the shots named; does not mount it.
