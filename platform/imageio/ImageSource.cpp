@@ -3,6 +3,8 @@
 
 #include "platform/imageio/ImageSource.h"
 
+#include "platform/imageio/FileProperties.h"
+
 #include <utility>
 
 ImageSource::ImageSource(InputFile file)
@@ -21,7 +23,7 @@ std::optional<ImageSource> ImageSource::open(const std::filesystem::path &path)
 
 std::optional<PropertyDictionary> ImageSource::properties() const
 {
-    return std::nullopt; // TODO: no format is known yet, so no file has properties
+    return FileProperties::read(m_file);
 }
 
 QImage ImageSource::image(std::optional<int>) const

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QImage>
+
+/// The orientation codes 1 to 8 of EXIF 2.32, 4.6.4: how a stored picture must be turned to be
+/// upright. A code beyond them counts as 1. Pure.
+namespace Orientation {
+
+/// The code for what @p code does, then turned clockwise by @p quarters of a circle.
+[[nodiscard]] int rotated(int code, int quarters);
+/// The code for what @p code does, then left and right exchanged.
+[[nodiscard]] int flippedHorizontally(int code);
+/// The code for what @p code does, then top and bottom exchanged.
+[[nodiscard]] int flippedVertically(int code);
+
+/// Whether width and height change places.
+[[nodiscard]] bool swapsEdges(int code);
+
+/// @p image turned upright. The same image for code 1; null when there is no memory for it.
+[[nodiscard]] QImage upright(const QImage &image, int code);
+
+} // namespace Orientation
