@@ -3,7 +3,10 @@
 
 #include "platform/imageio/ImageSource.h"
 
+#include "platform/imageio/FileKind.h"
 #include "platform/imageio/FileProperties.h"
+#include "platform/imageio/JpegDecoder.h"
+#include "platform/imageio/RawDecoder.h"
 
 #include <utility>
 
@@ -26,7 +29,16 @@ std::optional<PropertyDictionary> ImageSource::properties() const
     return FileProperties::read(m_file);
 }
 
-QImage ImageSource::image(std::optional<int>) const
+QImage ImageSource::image(std::optional<int> maxPixel) const
 {
-    return {}; // TODO: no format is known yet, so no file has a picture
+    PagedReader reader(m_file);
+    const auto kind = fileKind(reader);
+    switch (kind) {
+    case FileKind::Jpeg:
+        return JpegDecoder::decode(m_file, {0, m_file.size()}, maxPixel);
+    case FileKind::Media:
+        return {}; // TODO: HEIF files have properties but no picture yet
+    default:
+        return RawDecoder::decode(m_file, kind, maxPixel); // TODO: nor have plain TIFF files
+    }
 }

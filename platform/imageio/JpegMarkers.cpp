@@ -13,6 +13,7 @@ constexpr uchar startOfImage = 0xd8;
 constexpr uchar endOfImage = 0xd9;
 constexpr uchar startOfScan = 0xda;
 constexpr uchar app1 = 0xe1;
+constexpr uchar app2 = 0xe2;
 /// Far more than cameras write. A walk that is longer goes through somebody's joke.
 constexpr int mostSegments = 1000;
 
@@ -97,6 +98,8 @@ std::optional<JpegMarkers> JpegMarkers::read(PagedReader &reader, ByteRange rang
             readFrame(markers, reader, marker, content);
         } else if (marker == app1) {
             readApplicationData(markers, reader, content);
+        } else if (marker == app2) {
+            markers.applicationData2.append(content);
         }
         at += std::max<qint64>(length, 2);
     }

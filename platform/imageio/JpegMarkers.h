@@ -6,6 +6,8 @@
 #include "platform/imageio/ByteRange.h"
 #include "platform/imageio/PagedReader.h"
 
+#include <QList>
+
 #include <optional>
 
 /// What the markers before the first scan of a JPEG stream say (ITU-T T.81, Annex B).
@@ -19,6 +21,8 @@ struct JpegMarkers {
     bool isPicture = false;
     /// The TIFF structure in the APP1 segment of EXIF.
     std::optional<ByteRange> exif = {};
+    /// The contents of the APP2 segments, where colour profiles are among others.
+    QList<ByteRange> applicationData2 = {};
 
     /// Walks the markers of the stream that fills @p range; nothing if no JPEG begins there.
     [[nodiscard]] static std::optional<JpegMarkers> read(PagedReader &reader, ByteRange range);

@@ -43,18 +43,6 @@ int codeOf(Turn turn)
     return 1;
 }
 
-/// Copies every pixel to the place that @p at gives for its column and row.
-template<typename Place>
-void copyPixels(const QImage &source, Place at)
-{
-    for (int row = 0; row < source.height(); ++row) {
-        const auto *line = reinterpret_cast<const QRgb *>(source.constScanLine(row));
-        for (int column = 0; column < source.width(); ++column) {
-            *at(column, row) = line[column];
-        }
-    }
-}
-
 } // namespace
 
 int Orientation::rotated(int code, int quarters)
@@ -81,34 +69,20 @@ bool Orientation::swapsEdges(int code)
     return (turnOf(code).quarters & 1) != 0;
 }
 
-QImage Orientation::upright(const QImage &image, int code)
+Orientation::Place Orientation::place(int code, QSize stored, qsizetype column, qsizetype row)
 {
     const auto turn = turnOf(code);
-    if (turn == turnOf(1) || image.isNull()) {
-        return image;
+    const qsizetype lastColumn = stored.width() - 1;
+    const qsizetype lastRow = stored.height() - 1;
+    const auto x = turn.mirrored ? lastColumn - column : column;
+    switch (turn.quarters) {
+    case 1:
+        return {lastRow - row, x};
+    case 2:
+        return {lastColumn - x, lastRow - row};
+    case 3:
+        return {row, lastColumn - x};
+    default:
+        return {x, row};
     }
-    const auto source = image.convertToFormat(QImage::Format_RGB32);
-    QImage result(swapsEdges(code) ? source.size().transposed() : source.size(),
-                  QImage::Format_RGB32);
-    if (source.isNull() || result.isNull()) {
-        return {};
-    }
-    auto *pixels = reinterpret_cast<QRgb *>(result.bits());
-    const qsizetype stride = result.bytesPerLine() / qsizetype{sizeof(QRgb)};
-    const qsizetype lastColumn = source.width() - 1;
-    const qsizetype lastRow = source.height() - 1;
-    copyPixels(source, [&](qsizetype column, qsizetype row) {
-        const auto x = turn.mirrored ? lastColumn - column : column;
-        switch (turn.quarters) {
-        case 1:
-            return pixels + x * stride + (lastRow - row);
-        case 2:
-            return pixels + (lastRow - row) * stride + (lastColumn - x);
-        case 3:
-            return pixels + (lastColumn - x) * stride + row;
-        default:
-            return pixels + row * stride + x;
-        }
-    });
-    return result;
 }

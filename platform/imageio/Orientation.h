@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QImage>
+#include <QSize>
 
 /// The orientation codes 1 to 8 of EXIF 2.32, 4.6.4: how a stored picture must be turned to be
 /// upright. A code beyond them counts as 1. Pure.
@@ -19,7 +19,13 @@ namespace Orientation {
 /// Whether width and height change places.
 [[nodiscard]] bool swapsEdges(int code);
 
-/// @p image turned upright. The same image for code 1; null when there is no memory for it.
-[[nodiscard]] QImage upright(const QImage &image, int code);
+struct Place {
+    qsizetype column = 0;
+    qsizetype row = 0;
+};
+
+/// Where the pixel at @p column and @p row of a stored picture of the size @p stored stands in the
+/// upright one.
+[[nodiscard]] Place place(int code, QSize stored, qsizetype column, qsizetype row);
 
 } // namespace Orientation
