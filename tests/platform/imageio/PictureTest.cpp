@@ -283,26 +283,12 @@ private Q_SLOTS:
 
     void aProgressivePictureOfEndlessScansEnds()
     {
-        // A frame of 12000 x 8000 grey pixels, and 5,000 times a scan that changes nothing.
-        const auto big = [](quint64 value, int size) { return number(value, size, Order::Big); };
-        auto stream = QByteArray("\xff\xd8", 2);
-        stream += "\xff\xdb" + big(67, 2) + '\0' + QByteArray(64, '\1');
-        stream += "\xff\xc2" + big(11, 2) + '\x08' + big(8000, 2) + big(12000, 2) + '\1' +
-                  QByteArray("\1\x11\0", 3);
-        // One code, of one bit, for an end-of-band run of 32767 blocks and more.
-        stream += "\xff\xc4" + big(20, 2) + '\x10' + '\1' + QByteArray(15, '\0') + '\xe0';
-        QByteArray scan = "\xff\xda" + big(8, 2) + QByteArray("\1\1\0\1\x3f\0", 6);
-        scan += QByteArray(200, '\x7f');
-        for (int time = 0; time < 5000; ++time) {
-            stream += scan;
-        }
-        stream += "\xff\xd9";
         QElapsedTimer timer;
         timer.start();
 
-        const auto image = decode(stream, 256);
+        QCOMPARE(decode(emptyScans(12), 256).size(), QSize(256, 171));
+        QVERIFY(decode(emptyScans(5000), 256).isNull());
 
-        QVERIFY(image.isNull());
         QVERIFY(timer.elapsed() < 5000);
     }
 
@@ -310,6 +296,21 @@ private:
     static QByteArray withProfile(const QImage &image, const QByteArray &profile)
     {
         return withSegment(jpeg(image), 0xe2, QByteArray("ICC_PROFILE\0\1\1", 14) + profile);
+    }
+
+    /// A progressive picture of 12000 x 8000 grey pixels with @p count scans that change nothing.
+    static QByteArray emptyScans(int count)
+    {
+        const auto big = [](quint64 value, int size) { return number(value, size, Order::Big); };
+        auto stream = QByteArray("\xff\xd8", 2);
+        stream += "\xff\xdb" + big(67, 2) + '\0' + QByteArray(64, '\1');
+        stream += "\xff\xc2" + big(11, 2) + '\x08' + big(8000, 2) + big(12000, 2) + '\1' +
+                  QByteArray("\1\x11\0", 3);
+        // One code of one bit: the end of the band for 16384 blocks and what 14 more bits say.
+        stream += "\xff\xc4" + big(20, 2) + '\x10' + '\1' + QByteArray(15, '\0') + '\xe0';
+        const auto scan =
+            "\xff\xda" + big(8, 2) + QByteArray("\1\1\0\1\x3f\0", 6) + QByteArray(200, '\x7f');
+        return stream + scan.repeated(count) + "\xff\xd9";
     }
 
     /// A RAW file like TIFF: a reduced picture in front, the sensor's directory with a larger one.

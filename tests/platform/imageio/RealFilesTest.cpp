@@ -107,6 +107,15 @@ private Q_SLOTS:
             expected.convertToColorSpace(QColorSpace::SRgb);
         }
 
+        static const QHash<QString, const char *> differences = {
+            {u"libvips_sample-xyb.jpg"_s, "a profile with tables, which the other ignores"},
+            {u"gwenview_Upper_Left.jpg"_s, "a profile with tables, which the other ignores"},
+            {u"ianare_portrait_5.jpg"_s, "the other loses the profile when it turns a picture"},
+        };
+        if (const auto *reason = differences.value(path.section(u'/', -1))) {
+            QSKIP(reason);
+        }
+
         const auto source = ImageSource::open(path.toStdString());
         const auto image = source->image(std::nullopt);
 
