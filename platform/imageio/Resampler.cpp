@@ -84,11 +84,19 @@ void Resampler::narrowRow()
     for (size_t column = 0; column < m_narrow.size(); ++column) {
         const auto &taps = m_columns[column];
         const auto *source = m_wide.data() + taps.first;
-        Pixel sum = {};
-        for (const auto weight : taps.weights) {
-            sum += *source++ * weight;
+        const auto *weight = taps.weights.data();
+        const auto *const end = weight + taps.weights.size();
+        // Two sums, because each addition would wait for the one before it.
+        Pixel even = {};
+        Pixel odd = {};
+        for (; end - weight >= 2; weight += 2, source += 2) {
+            even += source[0] * weight[0];
+            odd += source[1] * weight[1];
         }
-        m_narrow[column] = sum;
+        if (weight != end) {
+            even += *source * *weight;
+        }
+        m_narrow[column] = even + odd;
     }
 }
 
