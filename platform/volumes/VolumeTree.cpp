@@ -16,7 +16,6 @@ namespace {
 
 const auto blockInterface = u"org.freedesktop.UDisks2.Block"_s;
 const auto driveInterface = u"org.freedesktop.UDisks2.Drive"_s;
-const auto filesystemInterface = u"org.freedesktop.UDisks2.Filesystem"_s;
 const auto loopInterface = u"org.freedesktop.UDisks2.Loop"_s;
 const auto partitionInterface = u"org.freedesktop.UDisks2.Partition"_s;
 
@@ -115,16 +114,20 @@ QString deviceName(const QVariantMap &block)
 
 } // namespace
 
-std::vector<std::filesystem::path> VolumeTree::mountPointsOf(const QString &objectPath) const
+std::vector<std::filesystem::path> VolumeTree::mountPoints(const QVariantMap &properties)
 {
-    const auto filesystem = objects.value(objectPath).value(filesystemInterface);
     std::vector<std::filesystem::path> mountPoints;
-    for (const auto &bytes : property<QByteArrayList>(filesystem, u"MountPoints"_s)) {
+    for (const auto &bytes : property<QByteArrayList>(properties, mountPointsProperty)) {
         if (bytes.startsWith('/')) {
             mountPoints.emplace_back(untilNul(bytes).toStdString());
         }
     }
     return mountPoints;
+}
+
+std::vector<std::filesystem::path> VolumeTree::mountPointsOf(const QString &objectPath) const
+{
+    return mountPoints(objects.value(objectPath).value(filesystemInterface));
 }
 
 QList<MountedVolume> VolumeTree::mountedVolumes(const QList<Mount> &mounts) const

@@ -28,6 +28,17 @@ struct VolumeTree {
     /// one on top counts.
     [[nodiscard]] QList<MountedVolume> mountedVolumes(const QList<Mount> &mounts) const;
 
+    /// The interface of objects that hold a mountable file system.
+    static inline const QString filesystemInterface =
+        QStringLiteral("org.freedesktop.UDisks2.Filesystem");
+
+    /// The property of a file system that holds its mount points.
+    static inline const QString mountPointsProperty = QStringLiteral("MountPoints");
+
+    /// The mount points among the @p properties of a file system.
+    [[nodiscard]] static std::vector<std::filesystem::path>
+    mountPoints(const QVariantMap &properties);
+
     /// Where the file system of the object at @p objectPath is mounted.
     [[nodiscard]] std::vector<std::filesystem::path> mountPointsOf(const QString &objectPath) const;
 };

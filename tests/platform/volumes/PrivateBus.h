@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+/// A message bus of the test's own, without any service; it ends with the test.
+class PrivateBus {
+public:
+    PrivateBus();
+    ~PrivateBus();
+    Q_DISABLE_COPY_MOVE(PrivateBus)
+
+    /// Empty when the bus could not be started.
+    [[nodiscard]] const QString &address() const { return m_address; }
+
+    void stop();
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_daemon;
+    QString m_address;
+};
