@@ -392,6 +392,11 @@ void AppState::finishScan(const QList<MediaItem> &items)
         m_now.phase = Phase::noMedia();
         return;
     }
+    // Ids name the same files only while the files are the same: once A.HEIC is deleted, A.JPG may
+    // come under its id, and must not be shown with its picture.
+    if (!m_now.session || m_now.session->items() != items) {
+        ++m_selection;
+    }
     const auto decisions = m_decisions.value_or(Decisions());
     m_now.session =
         std::make_shared<CullSession>(items, decisions.rejectedIDs, decisions.currentIndex);

@@ -20,7 +20,7 @@ struct KeyPress {
         Up = 126,
     };
 
-    QString chars; ///< lower-case characters of the key without modifiers; may be empty
+    QString chars = {}; ///< lower-case characters of the key without modifiers; may be empty
     quint16 keyCode = None;
     bool command = false; ///< the menus' modifier is held
 };

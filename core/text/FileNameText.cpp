@@ -6,6 +6,8 @@
 #include <QList>
 #include <QStringDecoder>
 
+#include <algorithm>
+
 static constexpr char32_t firstEscape = 0x10FE00;
 static constexpr char32_t lastEscape = firstEscape + 0xFF;
 
@@ -31,6 +33,10 @@ static QString decoded(std::string_view bytes, qsizetype length)
 
 QString keyText(std::string_view fileName)
 {
+    if (std::ranges::all_of(fileName,
+                            [](char byte) { return static_cast<signed char>(byte) >= 0; })) {
+        return QString::fromLatin1(fileName.data(), static_cast<qsizetype>(fileName.size()));
+    }
     QString text;
     while (!fileName.empty()) {
         auto length = sequenceLength(fileName);

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/AppState.h"
+#include "app/KeyHandler.h"
+#include "core/metadata/MetadataReading.h"
+#include "platform/settings/UserDefaults.h"
+#include "tests/app/FakeAccess.h"
+#include "tests/app/FakeVolumes.h"
+#include "tests/app/GatedFiles.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fstream>
+
+/// The controller with real files in a temporary folder and fakes for the rest of the desktop.
+class Workbench {
+public:
+    Workbench()
+        : m_root(std::filesystem::canonical(m_folder.path().toStdString()))
+        , defaults(m_root / "defaults.ini")
+        , pipeline({.picture =
+                        [](const std::filesystem::path &url, auto) {
+                            return QImage(widthOfPictures(url), 8, QImage::Format_RGB32);
+                        },
+                    .videoFrame = [](const auto &) { return QImage(); }})
+    {
+        appState =
+            std::make_unique<AppState>(AppState::Services{.volumes = &volumes,
+                                                          .access = access,
+                                                          .fileManager = files,
+                                                          .reader = std::make_shared<NoMetadata>(),
+                                                          .defaults = &defaults,
+                                                          .pipeline = &pipeline,
+                                                          .screenMaxPixel = [] { return 700; }});
+        keys = std::make_unique<KeyHandler>(*appState);
+    }
+
+    ~Workbench()
+    {
+        files->scanIsHeld = false;
+        files->removalIsHeld = false;
+    }
+
+    /// The made-up picture of a file tells by its width which file it is of.
+    [[nodiscard]] static int widthOfPictures(const std::filesystem::path &url)
+    {
+        return url.extension() == ".JPG" ? 8 : 9;
+    }
+
+    /// Makes a folder that looks like a card, with the shots named; does not mount it.
+    std::filesystem::path makeCard(const std::string &name,
+                                   const std::vector<std::string> &shots) const
+    {
+        const auto root = m_root / name;
+        for (const auto &shot : shots) {
+            const auto file = root / "DCIM/100_FUJI" / shot;
+            std::filesystem::create_directories(file.parent_path());
+            std::ofstream(file) << "x";
+        }
+        std::filesystem::create_directories(root);
+        return root;
+    }
+
+    std::filesystem::path mountCard(const std::string &name, const std::vector<std::string> &shots)
+    {
+        const auto root = makeCard(name, shots);
+        volumes.mount(root, QString::fromStdString("UUID-" + name), QString::fromStdString(name));
+        return root;
+    }
+
+    [[nodiscard]] static std::vector<std::string> shots(int count)
+    {
+        std::vector<std::string> names;
+        for (int number = 1; number <= count; ++number) {
+            names.push_back("DSCF000" + std::to_string(number) + ".JPG");
+        }
+        return names;
+    }
+
+    /// From nothing to culling @p count shots.
+    void cull(int count)
+    {
+        appState->start();
+        cardRoot = mountCard("CARD", shots(count));
+        QTRY_COMPARE(appState->phase(), Phase::cardReady(false));
+        appState->startCulling();
+        QTRY_COMPARE(appState->phase(), Phase::culling());
+    }
+
+    bool press(quint16 keyCode) const { return keys->handleKey({.keyCode = keyCode}); }
+
+    bool press(const QString &chars) const { return keys->handleKey({.chars = chars}); }
+
+    [[nodiscard]] bool has(const std::string &shot) const
+    {
+        return std::filesystem::exists(cardRoot / "DCIM/100_FUJI" / shot);
+    }
+
+private:
+    class NoMetadata final : public MetadataReading {
+    public:
+        std::optional<ImageMetadata> read(const std::filesystem::path &) const override
+        {
+            return std::nullopt;
+        }
+    };
+
+    QTemporaryDir m_folder;
+    std::filesystem::path m_root;
+
+public:
+    std::shared_ptr<FakeAccess> access = std::make_shared<FakeAccess>();
+    std::shared_ptr<GatedFiles> files = std::make_shared<GatedFiles>();
+    FakeVolumes volumes;
+    UserDefaults defaults;
+    DecodePipeline pipeline;
+    std::unique_ptr<AppState> appState;
+    std::unique_ptr<KeyHandler> keys;
+    std::filesystem::path cardRoot;
+};
