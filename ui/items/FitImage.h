@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "ui/items/PicturePlacement.h"
+
+#include <QCoroTask>
+#include <QImage>
+#include <QQuickItem>
+
+#include <memory>
+
+class QThreadPool;
+
+/// Shows a bitmap with its aspect ratio kept, whole or filling the item.
+///
+/// Where the scene graph scales well (mipmaps) the bitmap is handed to it as it is. Elsewhere, and
+/// for rounded corners, a copy of exactly the shown size is made: at once for small bitmaps, on a
+/// worker thread for large ones, which are drawn plainly until it is there.
+class FitImage : public QQuickItem {
+    Q_OBJECT
+    Q_PROPERTY(QImage image READ image WRITE setImage NOTIFY imageChanged)
+    Q_PROPERTY(
+        bool smoothScaling READ smoothScaling WRITE setSmoothScaling NOTIFY smoothScalingChanged)
+    Q_PROPERTY(FillMode fillMode READ fillMode WRITE setFillMode NOTIFY fillModeChanged)
+    Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
+
+public:
+    enum class FillMode { Fit, Crop };
+    Q_ENUM(FillMode)
+
+    explicit FitImage(QQuickItem *parent = nullptr);
+    ~FitImage() override;
+
+    [[nodiscard]] const QImage &image() const { return m_image; }
+
+    void setImage(const QImage &image);
+
+    /// High quality; otherwise a quick interpolation, for pictures that are soon replaced.
+    [[nodiscard]] bool smoothScaling() const { return m_smoothScaling; }
+
+    void setSmoothScaling(bool smooth);
+
+    [[nodiscard]] FillMode fillMode() const { return m_fillMode; }
+
+    void setFillMode(FillMode mode);
+
+    /// Of the corners, in points.
+    [[nodiscard]] qreal radius() const { return m_radius; }
+
+    void setRadius(qreal radius);
+
+    [[nodiscard]] PicturePlacement placement() const;
+
+Q_SIGNALS:
+    void imageChanged();
+    void smoothScalingChanged();
+    void fillModeChanged();
+    void radiusChanged();
+
+protected:
+    void updatePolish() override;
+    QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
+    void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+    void itemChange(ItemChange change, const ItemChangeData &data) override;
+
+private:
+    /// What a copy of the shown size is made from.
+    struct Copy {
+        qint64 imageKey = 0;
+        QRect source;
+        QSize size;
+        qreal radius = 0; ///< in pixels
+
+        bool operator==(const Copy &) const = default;
+    };
+
+    [[nodiscard]] static QImage makeCopy(const QImage &image, const Copy &copy);
+    [[nodiscard]] std::optional<Copy> neededCopy() const;
+    QCoro::Task<> makeCopyElsewhere(Copy copy);
+    void refresh();
+
+    QImage m_image;
+    bool m_smoothScaling = true;
+    FillMode m_fillMode = FillMode::Fit;
+    qreal m_radius = 0;
+    QImage m_copyImage;
+    Copy m_copy;   ///< what m_copyImage shows
+    Copy m_wanted; ///< the newest copy that was asked for
+    qint64 m_textureKey = 0;
+    bool m_mipmapped = false;
+    std::unique_ptr<QThreadPool> m_pool;
+};

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/AppState.h"
+#include "core/model/MediaItem.h"
+
+#include <QCoroTask>
+#include <QImage>
+#include <QObject>
+#include <QPointer>
+
+/// The picture of the session's current item, as large as the screen. Starts anew whenever another
+/// item becomes the current one: a cached picture at once, else the thumbnail as a substitute while
+/// the picture is decoded. What was shown before stays until then. Clips have no picture here.
+/// Main thread only.
+class ScreenImageLoader : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(AppState *appState READ appState WRITE setAppState NOTIFY appStateChanged REQUIRED)
+    Q_PROPERTY(QImage image READ image NOTIFY imageChanged)
+    Q_PROPERTY(bool hasImage READ hasImage NOTIFY imageChanged)
+    Q_PROPERTY(bool isStale READ isStale NOTIFY isStaleChanged)
+
+public:
+    explicit ScreenImageLoader(QObject *parent = nullptr);
+
+    [[nodiscard]] AppState *appState() const { return m_appState; }
+
+    void setAppState(AppState *appState);
+
+    [[nodiscard]] const QImage &image() const { return m_currentImage; }
+
+    [[nodiscard]] bool hasImage() const { return !m_currentImage.isNull(); }
+
+    /// Whether the image is a substitute that is about to be replaced.
+    [[nodiscard]] bool isStale() const { return m_isStale; }
+
+Q_SIGNALS:
+    void appStateChanged();
+    void imageChanged();
+    void isStaleChanged();
+
+private:
+    void forgetSession();
+    void follow();
+    QCoro::Task<> load(MediaItem item);
+    void show(const QImage &image, bool stale);
+
+    QPointer<AppState> m_appState;
+    std::optional<QString> m_itemID; ///< of the item that is shown or being loaded
+    QImage m_currentImage;
+    bool m_isStale = false;
+    qint64 m_generation = 0;
+};

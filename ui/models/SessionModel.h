@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/AppState.h"
+#include "core/model/MediaItem.h"
+
+#include <QAbstractListModel>
+#include <QPointer>
+#include <QSet>
+
+/// The session's items in shooting order, which of them are rejected and which one is current.
+/// Follows the controller. Main thread only.
+class SessionModel : public QAbstractListModel {
+    Q_OBJECT
+    Q_PROPERTY(AppState *appState READ appState WRITE setAppState NOTIFY appStateChanged REQUIRED)
+    Q_PROPERTY(qint64 count READ count NOTIFY countChanged)
+    Q_PROPERTY(qint64 currentIndex READ currentIndex NOTIFY currentIndexChanged)
+    Q_PROPERTY(bool hasCurrent READ hasCurrent NOTIFY currentItemChanged)
+    Q_PROPERTY(MediaItem currentItem READ currentItem NOTIFY currentItemChanged)
+    Q_PROPERTY(QString currentItemId READ currentItemId NOTIFY currentItemChanged)
+    Q_PROPERTY(QString currentName READ currentName NOTIFY currentItemChanged)
+    Q_PROPERTY(bool currentIsVideo READ currentIsVideo NOTIFY currentItemChanged)
+    Q_PROPERTY(bool currentRejected READ currentRejected NOTIFY currentRejectedChanged)
+    Q_PROPERTY(qint64 rejectedCount READ rejectedCount NOTIFY rejectedCountChanged)
+
+public:
+    explicit SessionModel(QObject *parent = nullptr);
+
+    [[nodiscard]] AppState *appState() const { return m_appState; }
+
+    void setAppState(AppState *appState);
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+    [[nodiscard]] qint64 count() const { return m_items.size(); }
+
+    [[nodiscard]] qint64 currentIndex() const { return m_currentIndex; }
+
+    [[nodiscard]] bool hasCurrent() const { return m_currentIndex < m_items.size(); }
+
+    /// One without an id when there is none.
+    [[nodiscard]] MediaItem currentItem() const;
+    [[nodiscard]] QString currentItemId() const { return currentItem().id; }
+
+    [[nodiscard]] QString currentName() const;
+    [[nodiscard]] bool currentIsVideo() const;
+    [[nodiscard]] bool currentRejected() const;
+
+    [[nodiscard]] qint64 rejectedCount() const { return m_rejectedIDs.size(); }
+
+    /// Empty when there is no row @p row.
+    [[nodiscard]] Q_INVOKABLE QString itemIdAt(qint64 row) const;
+
+Q_SIGNALS:
+    void appStateChanged();
+    void countChanged();
+    void currentIndexChanged();
+    void currentItemChanged();
+    void currentRejectedChanged();
+    void rejectedCountChanged();
+
+private:
+    void replaceSession();
+    void followChanges();
+    void tellRejectedRows(const QSet<QString> &before);
+
+    QPointer<AppState> m_appState;
+    QList<MediaItem> m_items;
+    QHash<QString, int> m_rowOfID;
+    QSet<QString> m_rejectedIDs;
+    qint64 m_currentIndex = 0;
+};

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kestle
+
+// One item at a time, as large as the window allows, over the strip of all of them.
+Item {
+    id: root
+
+    required property AppState appState
+
+    property real topInset: 0
+    property real rightInset: 0
+
+    readonly property bool showsPhoto: !session.currentIsVideo
+    readonly property bool showsZoom: root.showsPhoto && root.appState.zoomed && session.hasCurrent
+
+    SessionModel {
+        id: session
+
+        appState: root.appState
+    }
+
+    ScreenImageLoader {
+        id: picture
+
+        appState: root.appState
+    }
+
+    Rectangle {
+        id: imageArea
+
+        objectName: "imageArea"
+        anchors.top: parent.top
+        anchors.topMargin: root.topInset
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: strip.top
+        clip: true
+        color: Look.black
+
+        FitImage {
+            objectName: "picture"
+            anchors.fill: parent
+            visible: root.showsPhoto && !root.showsZoom
+            image: picture.image
+            smoothScaling: !picture.isStale
+        }
+
+        Spinner {
+            objectName: "spinner"
+            anchors.centerIn: parent
+            visible: root.showsPhoto && !root.showsZoom && !picture.hasImage
+        }
+
+        When {
+            active: root.showsZoom
+
+            ZoomView {
+                objectName: "zoom"
+                anchors.fill: parent
+                appState: root.appState
+                item: session.currentItem
+            }
+        }
+
+        When {
+            active: session.currentIsVideo
+
+            PosterView {
+                objectName: "poster"
+                anchors.fill: parent
+                appState: root.appState
+                item: session.currentItem
+            }
+        }
+
+        RejectedBadge {
+            objectName: "badge"
+            anchors.left: parent.left
+            anchors.bottom: parent.bottom
+            anchors.margins: 16
+            visible: session.currentRejected
+        }
+
+        When {
+            active: root.appState.showExifBar && session.hasCurrent
+
+            ExifBar {
+                objectName: "exifBar"
+                anchors.top: parent.top
+                anchors.left: parent.left
+                anchors.right: parent.right
+                appState: root.appState
+                item: session.currentItem
+                displayName: session.currentName
+                rightInset: root.rightInset + 6
+            }
+        }
+    }
+
+    FilmstripView {
+        id: strip
+
+        objectName: "filmstrip"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        appState: root.appState
+        session: session
+        thumbSize: 56
+    }
+}

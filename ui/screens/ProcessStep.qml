@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Kestle
+
+// One step of the step indicator.
+T.AbstractButton {
+    id: root
+
+    // Its place relative to the current step: before it below zero, after it above.
+    required property int place
+
+    implicitWidth: implicitContentWidth
+    implicitHeight: implicitContentHeight
+    focusPolicy: Qt.NoFocus
+
+    Accessible.role: Accessible.Button
+    Accessible.name: root.text
+
+    contentItem: Text {
+        text: root.text
+        color: root.place === 0 ? Look.green : Look.white
+        opacity: root.place < 0 ? 0.7 : root.place > 0 ? 0.3 : 1
+        font.pixelSize: Look.pixels(11)
+        font.weight: Font.Medium
+    }
+}

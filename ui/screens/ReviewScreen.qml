@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kestle
+
+// A last look at the rejects before anything is removed from the card.
+Item {
+    id: root
+
+    required property AppState appState
+
+    property real topInset: 0
+
+    RejectsModel {
+        id: rejects
+
+        appState: root.appState
+    }
+
+    RejectTotals {
+        id: totals
+
+        appState: root.appState
+    }
+
+    Text {
+        id: title
+
+        anchors.top: parent.top
+        anchors.topMargin: root.topInset + 8
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: qsTr("Rejects — last look")
+        color: Look.primary
+        font.pixelSize: Look.title3
+        font.bold: true
+    }
+
+    Text {
+        objectName: "nothing"
+        anchors.top: title.bottom
+        anchors.horizontalCenter: parent.horizontalCenter
+        visible: rejects.count === 0
+        padding: 16
+        text: qsTr("Nothing rejected. Esc to keep culling.")
+        color: Look.secondary
+        font.pixelSize: Look.body
+    }
+
+    GridView {
+        id: grid
+
+        readonly property int columns: 5
+        readonly property real gap: 8
+
+        objectName: "grid"
+        anchors.top: title.bottom
+        anchors.topMargin: 12
+        anchors.left: parent.left
+        anchors.leftMargin: 16
+        anchors.right: parent.right
+        anchors.rightMargin: 16 - gap
+        anchors.bottom: footer.top
+        visible: rejects.count > 0
+        // Whole points, so that no column falls off the row through rounding.
+        cellWidth: Math.floor(width / columns)
+        cellHeight: Math.floor((cellWidth - gap) / 1.5) + gap
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        keyNavigationEnabled: false
+        currentIndex: -1
+        model: rejects
+
+        delegate: ReviewCell {
+            appState: root.appState
+            selected: index === root.appState.reviewSelection
+            width: grid.cellWidth - grid.gap
+            height: grid.cellHeight - grid.gap
+            onActivated: root.appState.reviewSelection = index
+        }
+
+        onMovementStarted: scroll.stop()
+
+        NumberAnimation {
+            id: scroll
+
+            target: grid
+            property: "contentY"
+            duration: 150
+            easing.type: Easing.OutQuad
+        }
+    }
+
+    Item {
+        id: footer
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        height: deleteButton.height + 32
+
+        Text {
+            objectName: "hint"
+            x: 16
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Esc back · Space enlarge · X rescue · ⏎ delete")
+            color: Look.secondary
+            font.pixelSize: Look.caption
+        }
+
+        PushButton {
+            id: deleteButton
+
+            objectName: "deleteButton"
+            x: parent.width - width - 16
+            anchors.verticalCenter: parent.verticalCenter
+            destructive: true
+            hasSymbol: true
+            symbolKind: Symbol.Bin
+            enabled: totals.itemCount > 0
+            text: qsTr("Delete %1 items — %2 files, %3").arg(totals.itemCount).arg(totals.fileCount).arg(totals.sizeText)
+            onClicked: root.appState.confirmingDelete = true
+        }
+    }
+
+    When {
+        active: root.appState.reviewEnlarged && rejects.hasSelected
+
+        EnlargedReject {
+            objectName: "enlarged"
+            anchors.fill: parent
+            appState: root.appState
+            item: rejects.selectedItem
+            isVideo: rejects.selectedIsVideo
+        }
+    }
+
+    ConfirmDelete {
+        appState: root.appState
+        itemCount: Number(totals.itemCount)
+        fileCount: Number(totals.fileCount)
+        sizeText: totals.sizeText
+    }
+
+    Connections {
+        target: root.appState
+
+        function onReviewSelectionChanged(): void {
+            root.revealSelection();
+        }
+    }
+
+    // Scrolls by the least amount that shows the whole selected cell.
+    function revealSelection(): void {
+        const top = Math.floor(root.appState.reviewSelection / grid.columns) * grid.cellHeight;
+        const bottom = top + grid.cellHeight;
+        if (top >= grid.contentY && bottom <= grid.contentY + grid.height) {
+            return;
+        }
+        scroll.stop();
+        scroll.to = grid.originY + (top < grid.contentY ? top : bottom - grid.height);
+        scroll.start();
+    }
+}

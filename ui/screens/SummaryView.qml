@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kestle
+
+// What became of the deletion.
+Item {
+    id: root
+
+    required property AppState appState
+    required property real deleted
+    required property real failed
+    required property real kept
+
+    focus: true
+
+    // No key handler takes the keys of this phase, so Return presses the default button here.
+    Keys.onReturnPressed: root.appState.closeSummary()
+    Keys.onEnterPressed: root.appState.closeSummary()
+
+    Column {
+        anchors.centerIn: parent
+        spacing: 16
+
+        Symbol {
+            objectName: "outcome"
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 56
+            height: 56
+            kind: root.failed === 0 ? Symbol.CheckInCircle : Symbol.WarningTriangle
+            color: root.failed === 0 ? Look.green : Look.yellow
+        }
+
+        Text {
+            objectName: "counts"
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: qsTr("Deleted %1 files, kept %2 items.").arg(root.deleted).arg(root.kept)
+            color: Look.primary
+            font.pixelSize: Look.title3
+            font.bold: true
+        }
+
+        Text {
+            objectName: "failures"
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: root.failed !== 0
+            text: qsTr("%1 could not be deleted.").arg(root.failed)
+            color: Look.primary
+            font.pixelSize: Look.body
+        }
+
+        Text {
+            objectName: "advice"
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: root.failed === 0 ? qsTr("Card ready to import in Photos or Lightroom.") : qsTr("Re-run the cull on this card to retry the remainder.")
+            color: Look.secondary
+            font.pixelSize: Look.body
+        }
+
+        PushButton {
+            objectName: "doneButton"
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: qsTr("Done")
+            highlighted: true
+            onClicked: root.appState.closeSummary()
+        }
+    }
+}

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "ui/shell/KestleApp.h"
+
+#include "app/DirectAccess.h"
+#include "core/decode/ScreenMaxPixel.h"
+#include "core/metadata/ExifReader.h"
+#include "platform/files/PosixFileManager.h"
+#include "platform/imageio/ImageSource.h"
+#include "platform/volumes/UDisksVolumes.h"
+
+#include <QGuiApplication>
+#include <QQuickStyle>
+
+using namespace Qt::StringLiterals;
+
+static std::vector<std::unique_ptr<MountedVolumes>>
+withDesktopVolumes(std::vector<std::unique_ptr<MountedVolumes>> moreVolumes)
+{
+    std::vector<std::unique_ptr<MountedVolumes>> sources;
+    sources.push_back(UDisksVolumes::onSystemBus());
+    std::ranges::move(moreVolumes, std::back_inserter(sources));
+    return sources;
+}
+
+static QImage pictureOf(const std::filesystem::path &url, std::optional<int> maxPixel)
+{
+    const auto source = ImageSource::open(url);
+    return source ? source->image(maxPixel) : QImage();
+}
+
+static DecodePipeline::Decoders decoders()
+{
+    return {.picture = pictureOf,
+            // TODO: clips have no poster frame yet; they show a plain tile.
+            .videoFrame = [](const std::filesystem::path &) { return QImage(); }};
+}
+
+KestleApp::KestleApp(std::vector<std::unique_ptr<MountedVolumes>> moreVolumes)
+    : m_volumes(withDesktopVolumes(std::move(moreVolumes)))
+    , m_defaults(UserDefaults::standardFile())
+    , m_pipeline(decoders())
+    , m_appState(services())
+    , m_keyHandler(m_appState)
+    , m_menuCommands(m_appState, m_keyHandler)
+    , m_keyMonitor(keyAnswers())
+{
+}
+
+AppState::Services KestleApp::services()
+{
+    auto fileManager = std::make_shared<PosixFileManager>();
+    return {.volumes = &m_volumes,
+            .access = std::make_shared<DirectAccess>(fileManager, m_defaults),
+            .fileManager = fileManager,
+            .reader = std::make_shared<ExifReader>(),
+            .defaults = &m_defaults,
+            .pipeline = &m_pipeline,
+            .screenMaxPixel = [this] { return screenMaxPixelOfWindow(); }};
+}
+
+KeyMonitor::Answers KestleApp::keyAnswers()
+{
+    return {.handleKey = [this](const KeyPress &key) { return m_keyHandler.handleKey(key); },
+            .isPopupOpen = [this] { return m_window && m_window->property("popupOpen").toBool(); },
+            .situation =
+                [this] {
+                    const auto kind = static_cast<quint64>(m_appState.phase().kind);
+                    const bool popupOpen = m_window && m_window->property("popupOpen").toBool();
+                    return kind * 8 + (popupOpen ? 4 : 0) +
+                           (m_appState.confirmingDelete() ? 2 : 0) +
+                           (m_appState.reviewEnlarged() ? 1 : 0);
+                }};
+}
+
+int KestleApp::screenMaxPixelOfWindow() const
+{
+    return screenMaxPixel(m_window ? m_window->screen() : QGuiApplication::primaryScreen());
+}
+
+bool KestleApp::show()
+{
+    QQuickStyle::setStyle(u"Basic"_s);
+    m_engine.addImportPath(u"qrc:/"_s);
+    m_engine.setInitialProperties({
+        {u"appState"_s, QVariant::fromValue(&m_appState)},
+        {u"menuCommands"_s, QVariant::fromValue(&m_menuCommands)},
+    });
+    m_engine.load(QUrl(u"qrc:/Kestle/shell/Main.qml"_s));
+    m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
+    if (!m_window) {
+        return false;
+    }
+    m_appState.start();
+    m_keyMonitor.install(m_window);
+    return true;
+}

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/AppState.h"
+#include "app/KeyHandler.h"
+#include "app/MenuCommands.h"
+#include "platform/settings/UserDefaults.h"
+#include "ui/shell/JoinedVolumes.h"
+#include "ui/shell/KeyMonitor.h"
+
+#include <QPointer>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+/// The application: everything there is one of, built from the bottom up. Lives in main(), after
+/// the QGuiApplication, whose name and style it sets.
+class KestleApp {
+public:
+    /// @p moreVolumes are offered as cards besides the desktop's own.
+    explicit KestleApp(std::vector<std::unique_ptr<MountedVolumes>> moreVolumes = {});
+    KestleApp(const KestleApp &) = delete;
+    KestleApp &operator=(const KestleApp &) = delete;
+
+    /// Shows the main window and begins to work. False when it cannot be made.
+    [[nodiscard]] bool show();
+
+    [[nodiscard]] AppState &appState() { return m_appState; }
+
+    [[nodiscard]] QQuickWindow *window() const { return m_window; }
+
+private:
+    [[nodiscard]] AppState::Services services();
+    [[nodiscard]] KeyMonitor::Answers keyAnswers();
+    [[nodiscard]] int screenMaxPixelOfWindow() const;
+
+    QPointer<QQuickWindow> m_window;
+    JoinedVolumes m_volumes;
+    UserDefaults m_defaults;
+    DecodePipeline m_pipeline;
+    AppState m_appState;
+    KeyHandler m_keyHandler;
+    MenuCommands m_menuCommands;
+    KeyMonitor m_keyMonitor;
+    QQmlApplicationEngine m_engine;
+};

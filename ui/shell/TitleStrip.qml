@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Window
+import Kestle
+
+// In place of the desktop's title bar: the menu, the window's buttons, and a handle to move it.
+// Transparent, so that a screen may reach under it; the window behind is black.
+Item {
+    id: root
+
+    required property Window window
+    required property bool fillsScreen
+    required property MenuCommands menuCommands
+
+    objectName: "titleStrip"
+    implicitHeight: 32
+
+    DragHandler {
+        target: null
+        onActiveChanged: {
+            if (active) {
+                root.window.startSystemMove();
+            }
+        }
+    }
+
+    TapHandler {
+        onDoubleTapped: root.toggleMaximized()
+    }
+
+    StripButton {
+        id: menuButton
+
+        objectName: "menuButton"
+        symbolKind: Symbol.Menu
+        name: qsTr("Menu")
+        onClicked: menu.popup(menuButton, 4, root.height)
+    }
+
+    MainMenu {
+        id: menu
+
+        menuCommands: root.menuCommands
+        window: root.window
+    }
+
+    Row {
+        anchors.right: parent.right
+
+        StripButton {
+            objectName: "minimiseButton"
+            symbolKind: Symbol.Minimise
+            name: qsTr("Minimise")
+            onClicked: root.window.showMinimized()
+        }
+
+        StripButton {
+            objectName: "maximiseButton"
+            symbolKind: root.fillsScreen ? Symbol.Restore : Symbol.Maximise
+            name: root.fillsScreen ? qsTr("Restore") : qsTr("Maximise")
+            onClicked: root.toggleMaximized()
+        }
+
+        StripButton {
+            objectName: "closeButton"
+            symbolKind: Symbol.Cross
+            symbolSize: 11
+            name: qsTr("Close")
+            hoverColor: Look.red
+            onClicked: root.window.close()
+        }
+    }
+
+    function toggleMaximized(): void {
+        if (root.fillsScreen) {
+            root.window.showNormal();
+        } else {
+            root.window.showMaximized();
+        }
+    }
+}
