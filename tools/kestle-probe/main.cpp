@@ -3,6 +3,7 @@
 
 #include "tools/kestle-probe/DecodeCommand.h"
 #include "tools/kestle-probe/MetadataCommand.h"
+#include "tools/kestle-probe/ScanCommand.h"
 
 #include <QCoreApplication>
 
@@ -17,6 +18,7 @@ struct Command {
 };
 
 constexpr Command commands[] = {
+    {u"scan", "scan CARD", scanCommand},
     {u"metadata", "metadata FILE...", metadataCommand},
     {u"decode", "decode [--max-pixel N] FILE [OUT.png]", decodeCommand},
     {u"thumbnail", "thumbnail FILE [OUT.png]", thumbnailCommand},
