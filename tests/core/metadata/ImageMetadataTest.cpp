@@ -50,7 +50,8 @@ private Q_SLOTS:
 
     void equalityComparesEveryField()
     {
-        const ImageMetadata one = {.iso = 200, .fuji = FujiSettings{.grain = u"Weak"_s}};
+        ImageMetadata one;
+        one.fuji.emplace().grain = u"Weak"_s;
 
         auto other = one;
         QCOMPARE(other, one);
