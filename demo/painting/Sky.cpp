@@ -30,14 +30,14 @@ Rgb Sky::light(float x, float y, bool withClouds) const
         const float distance = 1 / (up + 0.06F);
         const float cx = x / length * distance * cloudScale;
         const float cy = 1 / length * distance * cloudScale;
-        const float shape = Noise::fractal(cx, cy, 6, cloudSeed);
-        const float wide = Noise::fractal(cx * 0.35F, cy * 0.35F, 2, cloudSeed + 40);
+        const float shape = Noise::fractal(cx, cy, 5, cloudSeed);
+        const float wide = Noise::fractal(cx * 0.35F, cy * 0.35F, 1, cloudSeed + 40);
         const float density = 0.56F + 0.95F * shape + 0.6F * wide - (1 - cloudCover);
         veil = smoothStep(0.0F, 0.36F, density) * smoothStep(0.0F, 0.09F, up);
         if (veil > 0) {
             const float dx = 0.12F * (sunX - x);
             const float dy = 0.12F * (y > sunY ? -1.0F : 1.0F);
-            const float behind = Noise::fractal(cx + dx, cy + dy, 4, cloudSeed);
+            const float behind = Noise::fractal(cx + dx, cy + dy, 3, cloudSeed);
             const float lit = clamp01(0.62F + 2.3F * (shape - behind) - 0.5F * density);
             Rgb cloud = mix(cloudShade, cloudLight, lit);
             cloud += glow * (0.8F * near * (1 - veil * 0.6F));

@@ -50,8 +50,13 @@ Canvas Scenes::mistyRidges(const View &view)
         }
         for (int py = 0; py < view.height; ++py) {
             const float y = view.sceneY(static_cast<float>(py));
-            Rgb light = sky.light(x * 0.9F, (y + 0.06F) * 0.9F);
-            for (int i = 0; i < ranges; ++i) {
+            // Nothing is seen behind the nearest range that covers the pixel whole.
+            int first = ranges;
+            while (first > 0 && (crest[first - 1] - y) / view.unit() < 0.5F) {
+                --first;
+            }
+            Rgb light = first > 0 ? Rgb{} : sky.light(x * 0.9F, (y + 0.06F) * 0.9F);
+            for (int i = std::max(first - 1, 0); i < ranges; ++i) {
                 const float edge = (crest[i] - y) / view.unit();
                 if (edge <= -0.5F) {
                     continue;
