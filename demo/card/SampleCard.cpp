@@ -25,7 +25,7 @@ namespace SampleCard {
 
 constexpr int quality = 90;
 constexpr int thumbnailWidth = 320;
-constexpr int paintedEdge = 1200;    // more than this only grain can add
+constexpr int paintedEdge = 1080;    // more than this only grain can add
 constexpr float burstMargin = 1.06F; // painted around the frame, for the shifts of a burst
 constexpr size_t firstFolderShots = 26;
 
@@ -60,7 +60,7 @@ static QString folder(size_t index)
     return index < firstFolderShots ? u"100_FUJI"_s : u"101_FUJI"_s;
 }
 
-static bool isUpright(const PlannedShot &shot)
+static bool isHeldUpright(const PlannedShot &shot)
 {
     return shot.turned == 6 || shot.turned == 8;
 }
@@ -179,12 +179,16 @@ static bool addCompanions(const fs::path &root, const QDateTime &when, CardManif
     return true;
 }
 
-static bool addClip(const fs::path &root, size_t index, const QDateTime &when,
-                    const Options &options, CardManifest &manifest)
+static QString clipName(size_t index)
 {
-    const QString name = u"DCIM/%1/%2.MOV"_s.arg(folder(index), stem(index));
+    return u"DCIM/%1/%2.MOV"_s.arg(folder(index), stem(index));
+}
+
+static bool addClip(const fs::path &root, size_t index, const QDateTime &when,
+                    const QString &problem, CardManifest &manifest)
+{
+    const QString name = clipName(index);
     const fs::path file = root / name.toStdString();
-    const QString problem = ClipMaker::make(file, options.seed);
     if (!problem.isEmpty()) {
         std::error_code error;
         fs::remove(file, error);
@@ -232,7 +236,7 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
         for (size_t piece = next++; piece < work.size() && !failed; piece = next++) {
             const auto &first = shots[work[piece].front()];
             const int across = edge * 2 / 3;
-            const QSize frame = isUpright(first) ? QSize(across, edge) : QSize(edge, across);
+            const QSize frame = isHeldUpright(first) ? QSize(across, edge) : QSize(edge, across);
             const Canvas light = paint(first, frame);
             for (const size_t index : work[piece]) {
                 if (!take(dcim, shots[index], light, index, options, frame)) {
@@ -241,8 +245,15 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
             }
         }
     };
+    QString clipProblem;
     {
         std::vector<std::jthread> workers;
+        if (options.clip) {
+            workers.emplace_back([&] {
+                clipProblem =
+                    ClipMaker::make(root / clipName(shots.size()).toStdString(), options.seed);
+            });
+        }
         for (unsigned i = 0; i < std::max(1U, std::thread::hardware_concurrency()); ++i) {
             workers.emplace_back(worker);
         }
@@ -266,7 +277,7 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
     if (!addCompanions(root, last, manifest)) {
         return {};
     }
-    if (options.clip && !addClip(root, shots.size(), last.addSecs(900), options, manifest)) {
+    if (options.clip && !addClip(root, shots.size(), last.addSecs(900), clipProblem, manifest)) {
         return {};
     }
     return manifest;

@@ -45,12 +45,15 @@ static const std::array<Direction, 256> &directions()
 float gradient(float x, float y, uint32_t seed)
 {
     const auto &table = directions();
-    const float fx0 = std::floor(x);
-    const float fy0 = std::floor(y);
-    const auto ix = static_cast<uint32_t>(static_cast<int32_t>(fx0));
-    const auto iy = static_cast<uint32_t>(static_cast<int32_t>(fy0));
-    const float fx = x - fx0;
-    const float fy = y - fy0;
+    // Rounding down by hand: std::floor is a call where the processor's own is not assumed.
+    int32_t cellX = static_cast<int32_t>(x);
+    int32_t cellY = static_cast<int32_t>(y);
+    cellX -= x < static_cast<float>(cellX);
+    cellY -= y < static_cast<float>(cellY);
+    const auto ix = static_cast<uint32_t>(cellX);
+    const auto iy = static_cast<uint32_t>(cellY);
+    const float fx = x - static_cast<float>(cellX);
+    const float fy = y - static_cast<float>(cellY);
     const auto corner = [&](uint32_t cx, uint32_t cy, float dx, float dy) {
         uint32_t h = cx * 0x8DA6B343U + cy * 0xD8163841U + seed * 0xCB1AB31FU;
         h ^= h >> 13U;

@@ -93,7 +93,7 @@ void Terrain::paint(Canvas &canvas, const View &view, const Camera &camera,
             const float h = heightAt(wx, wy);
             const float up = (h - camera.height) / t * camera.lens + camera.tilt;
             const float row = view.pixelY(up);
-            if (row < filled) {
+            if (row < filled - 0.2F) { // finer steps would not be seen
                 const float e = std::max(cell, t * 0.0012F);
                 Point point{};
                 point.x = wx;

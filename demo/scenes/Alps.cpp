@@ -19,7 +19,7 @@ Canvas Scenes::alps(const View &view)
     sky.sunX = 1.4F;
     sky.sunY = mix(0.9F, 0.25F, late);
     sky.gradient = 3.4F;
-    sky.cloudCover = 0.42F;
+    sky.cloudCover = 0.5F;
     sky.cloudScale = 0.8F;
     sky.cloudSeed = view.seed + 17;
     sky.cloudLight = mix(Rgb{0.95F, 0.96F, 1}, srgb(0xF6B4A0), late);
@@ -36,7 +36,7 @@ Canvas Scenes::alps(const View &view)
                              (0.75F + 0.5F * Noise::gradient(x * 2.2F, y * 1.3F, view.seed + 5));
         const float crests = Noise::ridged(x * 3.1F, y * 3.1F, 8, view.seed);
         const float floor = 0.016F * Noise::fractal(x * 9, y * 9, 5, view.seed + 50);
-        return 0.30F * massif * std::pow(crests, 1.35F) + 0.02F + floor +
+        return 0.25F * massif * std::pow(crests, 1.2F) + 0.02F + floor +
                0.05F * (1 - smoothStep(0.02F, 0.3F, y)) *
                    smoothStep(0.42F, 0.75F, std::fabs(x - 0.5F) * 2.4F);
     });
@@ -47,17 +47,17 @@ Canvas Scenes::alps(const View &view)
     const Rgb air = mix(srgb(0x5C86BC), srgb(0x5D6794), late) * 0.62F;
     const Rgb distance = mix(srgb(0x9DBBDA), srgb(0xC29AA0), late) * 0.95F;
     Terrain::Camera camera;
-    camera.height = 0.115F;
-    camera.tilt = -0.03F;
-    camera.lens = 1.15F;
+    camera.height = 0.10F;
+    camera.tilt = -0.12F;
+    camera.lens = 1.5F;
     camera.x = 0.5F + 0.02F * view.panX;
     terrain.paint(canvas, view, camera, [&](const Terrain::Point &p) {
         const float steep = std::sqrt(p.slopeX * p.slopeX + p.slopeY * p.slopeY);
         const float detail = Noise::fractal(p.x * 160, p.y * 160, 5, view.seed + 77);
         const float fine = Noise::fractal(p.x * 620, p.y * 620, 3, view.seed + 79);
-        const float snowLine = 0.085F + 0.03F * detail;
+        const float snowLine = 0.07F + 0.035F * detail;
         const float snow = smoothStep(snowLine, snowLine + 0.045F, p.height) *
-                           (1 - smoothStep(0.75F, 1.25F, steep + 0.45F * detail));
+                           (1 - smoothStep(1.1F, 1.9F, steep + 0.9F * detail));
         Rgb rock = mix(srgb(0x5B5550), srgb(0x8A8078), 0.5F + 0.6F * detail + 0.3F * fine);
         const float meadow = (1 - smoothStep(0.05F, 0.09F, p.height + 0.02F * detail)) *
                              (1 - smoothStep(0.5F, 0.9F, steep));

@@ -20,7 +20,7 @@ static float duneHeight(float x, float y, uint32_t seed)
         const float round = shape * shape * (3 - 2 * shape);
         const float tall = 0.55F + 0.8F * Noise::gradient(x * 3.1F + static_cast<float>(i) * 9,
                                                           y * 3.1F, seed + 20);
-        sum += mix(shape, round, 0.35F) * (i == 0 ? 0.062F : 0.018F) * std::max(tall, 0.1F);
+        sum += mix(shape, round, 0.35F) * (i == 0 ? 0.085F : 0.022F) * std::max(tall, 0.1F);
     }
     return sum + 0.02F * Noise::fractal(x * 1.5F, y * 1.5F, 2, seed + 3);
 }
@@ -38,7 +38,7 @@ Canvas Scenes::dunes(const View &view)
     sky.sunX = -1.6F;
     sky.sunY = 0.3F;
     sky.gradient = 4;
-    sky.cloudCover = 0.28F;
+    sky.cloudCover = 0.4F;
     sky.cloudScale = 0.55F;
     sky.cloudSeed = view.seed;
     sky.cloudLight = srgb(0xFFF0DE);
@@ -52,12 +52,12 @@ Canvas Scenes::dunes(const View &view)
     }
     Terrain terrain(Terrain::sizeFor(view),
                     [&](float x, float y) { return duneHeight(x, y, view.seed); });
-    terrain.light(-1.0F, mix(0.26F, 0.2F, dusk), 0.16F);
-    const Rgb sun = mix(Rgb{2.3F, 1.55F, 0.85F}, Rgb{0.75F, 0.5F, 0.55F}, dusk);
-    const Rgb air = mix(srgb(0x6C7FA8), srgb(0x5A5F96), dusk) * 0.55F;
+    terrain.light(-1.0F, mix(0.19F, 0.16F, dusk), 0.16F);
+    const Rgb sun = mix(Rgb{3.6F, 2.3F, 1.2F}, Rgb{0.75F, 0.5F, 0.55F}, dusk);
+    const Rgb air = mix(srgb(0x6C7FA8), srgb(0x5A5F96), dusk) * 0.4F;
     const Rgb haze = mix(srgb(0xF2D3A6), srgb(0xC98F98), dusk);
     Terrain::Camera camera;
-    camera.height = 0.15F;
+    camera.height = 0.17F;
     camera.tilt = 0.12F;
     camera.lens = 1.3F;
     camera.x = 0.5F + 0.03F * view.panX;
@@ -72,7 +72,7 @@ Canvas Scenes::dunes(const View &view)
                              0.5F + 0.4F * Noise::fractal(p.x * 12, p.y * 12, 3, 9));
         const Rgb light = sun * lit + air * (0.75F + 0.1F * grit);
         return mix(sand * light, haze,
-                   clamp01(0.75F * (1 - std::exp(-p.distance * p.distance * 0.9F))));
+                   clamp01(0.55F * (1 - std::exp(-p.distance * p.distance * 0.9F))));
     });
     return canvas;
 }

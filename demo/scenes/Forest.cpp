@@ -11,7 +11,7 @@ Canvas Scenes::forest(const View &view)
     Canvas canvas(view.width, view.height);
     const float sunX = 0.22F;
     const float sunY = 0.24F;
-    const Rgb fog = mix(srgb(0xB7C39A), srgb(0xF1D9A0), 0.5F);
+    const Rgb fog = mix(srgb(0x9DB083), srgb(0xF1D08A), 0.55F);
     for (int py = 0; py < view.height; ++py) {
         const float y = view.sceneY(static_cast<float>(py));
         for (int px = 0; px < view.width; ++px) {
@@ -19,7 +19,7 @@ Canvas Scenes::forest(const View &view)
             const float d2 = (x - sunX) * (x - sunX) + (y - sunY) * (y - sunY);
             const float leaves = 0.5F + 0.6F * Noise::fractal(x * 9, y * 9, 4, view.seed);
             const float crown = smoothStep(-0.05F, 0.4F, y);
-            Rgb light = fog * (0.5F + 1.5F * std::exp(-7 * d2) + 5 * std::exp(-140 * d2));
+            Rgb light = fog * (0.34F + 1.5F * std::exp(-6 * d2) + 5 * std::exp(-140 * d2));
             light = mix(light, srgb(0x7C9440) * (0.35F + 1.1F * std::exp(-4 * d2)),
                         crown * smoothStep(0.35F, 0.75F, leaves) * 0.7F);
             canvas.at(px, py) = light;
@@ -47,7 +47,7 @@ Canvas Scenes::forest(const View &view)
                                  (0.4F + 1.6F * sunny);
                 canvas.at(px, py) =
                     mix(canvas.at(px, py),
-                        mix(fog * (0.45F + 0.7F * sunny), moss, 0.25F + 0.75F * depth), 0.93F);
+                        mix(fog * (0.3F + 0.8F * sunny), moss, 0.25F + 0.75F * depth), 0.93F);
             }
         }
         const int trunks = layer < layers - 1 ? 15 - layer * 2 : 3;
@@ -86,9 +86,10 @@ Canvas Scenes::forest(const View &view)
                         std::exp(-5 * ((x - sunX) * (x - sunX) + (y - sunY) * (y - sunY)));
                     const Rgb wood = srgb(0x221B14) * (0.7F + 1.1F * clamp01(bark + 0.35F)) +
                                      fog * (rim * (0.1F + 0.6F * sunny) * 0.7F);
-                    canvas.at(px, py) =
-                        mix(canvas.at(px, py),
-                            mix(fog * (0.45F + 1.1F * sunny), wood, 0.12F + 0.86F * depth), cover);
+                    canvas.at(px, py) = mix(
+                        canvas.at(px, py),
+                        mix(fog * (0.3F + 1.2F * sunny), wood, 0.2F + 0.79F * std::pow(near, 0.8F)),
+                        cover);
                 }
             }
         }

@@ -43,7 +43,7 @@ Canvas Scenes::hills(const View &view)
                          0.38F + 0.5F * Noise::hash(i, view.seed, 6)});
     }
     Terrain terrain(Terrain::sizeFor(view), [&](float x, float y) {
-        float h = 0.045F * Noise::fractal(x * 4.2F, y * 5.2F, 2, view.seed) +
+        float h = 0.06F * Noise::fractal(x * 4.2F, y * 5.2F, 2, view.seed) +
                   0.02F * Noise::gradient(x * 8, y * 8, view.seed + 9);
         h += 0.04F * smoothStep(0.5F, 1.0F, y);
         for (const auto &tree : trees) {
@@ -55,8 +55,8 @@ Canvas Scenes::hills(const View &view)
         return h;
     });
     terrain.light(0.95F, 0.30F, 0.05F);
-    const Rgb sun{2.0F, 1.6F, 1.05F};
-    const Rgb air = srgb(0x7F9BC0) * 0.55F;
+    const Rgb sun{2.7F, 2.05F, 1.2F};
+    const Rgb air = srgb(0x6F8FC0) * 0.42F;
     Terrain::Camera camera;
     camera.height = 0.12F;
     camera.tilt = 0.10F;
@@ -82,7 +82,7 @@ Canvas Scenes::hills(const View &view)
         }
         const Rgb light = sun * (clamp01(p.facing + 0.10F * tufts) * p.sunlight) + air * 0.8F;
         const float far = 1 - std::exp(-p.distance * p.distance * 1.1F);
-        return mix(field * light, srgb(0xDCCFB8), clamp01(0.8F * far));
+        return mix(field * light, srgb(0xC2BCB2), clamp01(0.55F * far));
     });
     return canvas;
 }

@@ -25,18 +25,22 @@ Canvas Scenes::lightTrails(const View &view)
     sky.cloudLight = srgb(0xC9788A);
     sky.cloudShade = srgb(0x3A4170);
     const float horizon = 0.08F;
-    for (int py = 0; py < view.height; ++py) {
-        const float y = view.sceneY(static_cast<float>(py)) - horizon;
-        for (int px = 0; px < view.width; ++px) {
-            const float x = view.sceneX(static_cast<float>(px));
+    for (int px = 0; px < view.width; ++px) {
+        const float x = view.sceneX(static_cast<float>(px));
+        float crests[3];
+        for (int i = 0; i < 3; ++i) {
+            const float near = static_cast<float>(i) / 2;
+            const float shape =
+                Outline::ridge(x + 3 * near, 1.2F + near, view.seed + static_cast<unsigned>(i));
+            crests[i] = mix(0.07F, -0.01F, near) + mix(0.05F, 0.03F, near) * shape +
+                        (i == 2 ? Outline::conifers(x, 0.03F, 0.008F, 4) : 0);
+        }
+        for (int py = 0; py < view.height; ++py) {
+            const float y = view.sceneY(static_cast<float>(py)) - horizon;
             Rgb light = sky.light(x, std::max(y, 0.0F) + 0.01F);
             for (int i = 0; i < 3; ++i) {
                 const float near = static_cast<float>(i) / 2;
-                const float crest =
-                    mix(0.07F, -0.01F, near) +
-                    mix(0.05F, 0.03F, near) * Outline::ridge(x + 3 * near, 1.2F + near,
-                                                             view.seed + static_cast<unsigned>(i)) +
-                    (i == 2 ? Outline::conifers(x, 0.03F, 0.008F, 4) : 0);
+                const float crest = crests[i];
                 light = mix(light, mix(srgb(0x6A6488), srgb(0x0D1220), 0.35F + 0.65F * near),
                             clamp01((crest - y) / view.unit() + 0.5F));
             }

@@ -22,7 +22,7 @@ Canvas Scenes::moon(const View &view)
                 for (int i = -1; i <= 1; ++i) {
                     const auto ix = static_cast<uint32_t>(static_cast<int>(gx) + i + 500);
                     const auto iy = static_cast<uint32_t>(static_cast<int>(gy) + j + 500);
-                    const float size = 0.12F + 0.34F * Noise::hash(ix, iy, ring + 7);
+                    const float size = 0.05F + 0.4F * std::pow(Noise::hash(ix, iy, ring + 7), 3.0F);
                     const float dx =
                         x * scale - gx - static_cast<float>(i) - Noise::hash(ix, iy, ring + 1);
                     const float dy =
@@ -54,9 +54,9 @@ Canvas Scenes::moon(const View &view)
                 const float sun = clamp01(0.80F * z + 0.58F * x + 0.12F * y - 0.055F * hx * 0.8F -
                                           0.055F * hy * 0.3F);
                 const float maria = smoothStep(
-                    -0.02F, 0.28F,
+                    -0.12F, 0.16F,
                     Noise::fractal(u * 1.5F + 4, v * 1.5F, 4, view.seed + 9) + 0.12F - 0.12F * u);
-                const Rgb ground = mix(srgb(0xD9D3C8), srgb(0x8A8880), 0.8F * maria) *
+                const Rgb ground = mix(srgb(0xD9D3C8), srgb(0x8A8880), 0.95F * maria) *
                                    (0.9F + 0.3F * Noise::fractal(u * 40, v * 40, 3, 4));
                 light = mix(light, ground * (std::pow(sun, 0.8F) * 0.95F),
                             clamp01((1 - std::sqrt(d2)) * radius / view.unit() + 0.5F));

@@ -13,7 +13,8 @@
 static QPainterPath bust()
 {
     QPainterPath path;
-    path.moveTo(-0.62, -0.75);
+    path.moveTo(-0.62, -1.4);
+    path.lineTo(-0.62, -0.75);
     path.cubicTo(-0.56, -0.40, -0.40, -0.31, -0.20, -0.26);
     path.cubicTo(-0.13, -0.23, -0.12, -0.16, -0.13, -0.10);
     path.cubicTo(-0.24, -0.02, -0.27, 0.14, -0.20, 0.25); // the back of the head
@@ -27,6 +28,7 @@ static QPainterPath bust()
     path.cubicTo(0.09, -0.10, 0.07, -0.12, 0.07, -0.17);
     path.cubicTo(0.08, -0.25, 0.16, -0.27, 0.26, -0.31);
     path.cubicTo(0.42, -0.37, 0.48, -0.5, 0.52, -0.75);
+    path.lineTo(0.52, -1.4);
     path.closeSubpath();
     return path;
 }
@@ -81,11 +83,11 @@ Canvas Scenes::portrait(const View &view)
     painter.setPen(Qt::NoPen);
     painter.drawEllipse(QPointF(-0.23, 0.22), 0.09, 0.085);
     for (uint32_t i = 0; i < 90; ++i) {
-        const double a = 0.55 + 3.2 * Noise::hash(i, 91);
-        const double r = 0.18 + 0.02 * Noise::hash(i, 92);
+        const double a = 1.5 + 2.4 * Noise::hash(i, 91);
+        const double r = 0.17 + 0.02 * Noise::hash(i, 92);
         const QPointF root(-0.03 + r * std::cos(a), 0.17 + r * std::sin(a));
-        const double reach = 0.02 + 0.05 * Noise::hash(i, 93);
-        const double bend = a + 0.9 * (Noise::hash(i, 94) - 0.4);
+        const double reach = 0.01 + 0.025 * Noise::hash(i, 93);
+        const double bend = a + 2.2 * (Noise::hash(i, 94) - 0.4);
         QPainterPath hair(root);
         hair.quadTo(root + QPointF(reach * std::cos(a), reach * std::sin(a)),
                     root + QPointF(1.3 * reach * std::cos(bend), 1.3 * reach * std::sin(bend)));
@@ -101,7 +103,7 @@ Canvas Scenes::portrait(const View &view)
         }
     }
     Canvas wide = cover;
-    wide.blur(0.010F / view.unit());
+    wide.blur(0.006F / view.unit());
     for (int y = 0; y < view.height; ++y) {
         for (int x = 0; x < view.width; ++x) {
             const float a = cover.at(x, y).r;
@@ -112,10 +114,10 @@ Canvas Scenes::portrait(const View &view)
                 std::exp(-3.5F * ((sx - 0.16F) * (sx - 0.16F) + (sy - 0.05F) * (sy - 0.05F)));
             const float weave = Noise::fractal(sx * 60, sy * 60, 2, 3);
             const Rgb skin =
-                srgb(0x1D130F) * (0.9F + 0.5F * weave + 0.8F * smoothStep(-0.1F, 0.3F, sy)) +
-                srgb(0xFF9A48) * (rim * (0.6F + 3.2F * side));
+                srgb(0x130D0C) * (0.9F + 0.5F * weave + 0.8F * smoothStep(-0.1F, 0.3F, sy)) +
+                srgb(0xFF9A48) * (rim * (0.35F + 2.6F * side));
             Rgb &light = canvas.at(x, y);
-            light = mix(light, skin, a) + srgb(0xFF9C4A) * (0.13F * side);
+            light = mix(light, skin, a) + srgb(0xFF9C4A) * (0.05F * side);
         }
     }
     return canvas;

@@ -19,13 +19,13 @@ static QPainterPath walker(double stride)
     coat.lineTo(0.17, 0.3);
     coat.cubicTo(0.15, 0.6, 0.15, 0.75, 0.06, 0.79);
     coat.closeSubpath();
-    figure.addPath(coat);
+    figure = figure.united(coat);
     QPainterPath legs;
     legs.addPolygon(
-        QPolygonF({{-0.12, 0.32}, {-0.02, 0.32}, {-0.03 - stride, 0.0}, {-0.12 - stride, 0.0}}));
+        QPolygonF({{-0.12, 0.36}, {-0.02, 0.36}, {-0.03 - stride, 0.0}, {-0.12 - stride, 0.0}}));
     legs.addPolygon(
-        QPolygonF({{0.01, 0.32}, {0.11, 0.32}, {0.10 + stride, 0.03}, {0.02 + stride, 0.03}}));
-    figure.addPath(legs);
+        QPolygonF({{0.01, 0.36}, {0.11, 0.36}, {0.10 + stride, 0.03}, {0.02 + stride, 0.03}}));
+    figure = figure.united(legs);
     QPainterPath umbrella;
     umbrella.moveTo(-0.42, 0.88);
     umbrella.cubicTo(-0.36, 1.12, -0.12, 1.17, 0.03, 1.18);
@@ -34,10 +34,10 @@ static QPainterPath walker(double stride)
     umbrella.cubicTo(0.18, 0.94, 0.1, 0.94, 0.03, 0.89);
     umbrella.cubicTo(-0.05, 0.94, -0.12, 0.94, -0.2, 0.88);
     umbrella.cubicTo(-0.27, 0.93, -0.34, 0.93, -0.42, 0.88);
-    figure.addPath(umbrella);
-    figure.addRect(QRectF(0.02, 0.6, 0.012, 0.6));
-    figure.setFillRule(Qt::WindingFill);
-    return figure;
+    figure = figure.united(umbrella);
+    QPainterPath shaft;
+    shaft.addRect(QRectF(0.02, 0.6, 0.012, 0.6));
+    return figure.united(shaft);
 }
 
 // Street lamps in the rain, the light on wet asphalt.

@@ -52,20 +52,22 @@ Canvas Scenes::sea(const View &view)
     }
     const float horizon = -0.06F;
     const float sunWidth = hour == 2 ? 45.0F : 130.0F;
+    const Rgb far = mix(sky.horizon, srgb(0x232433), 0.62F);
+    std::vector<float> headland;
+    for (int px = 0; px < view.width; ++px) {
+        const float x = view.sceneX(static_cast<float>(px));
+        const float rise = smoothStep(0.35F, 0.85F, x + 0.1F * Outline::ridge(x, 2.5F, view.seed));
+        const float rocks = Outline::ridge(x, 9, view.seed + 4) * smoothStep(0.3F, 0.6F, x);
+        headland.push_back(0.028F * rise + 0.006F * rocks);
+    }
     Canvas canvas(view.width, view.height);
     for (int py = 0; py < view.height; ++py) {
         const float y = view.sceneY(static_cast<float>(py)) - horizon;
         for (int px = 0; px < view.width; ++px) {
             const float x = view.sceneX(static_cast<float>(px));
             if (y >= 0) {
-                Rgb light = sky.light(x, y);
-                const float head =
-                    0.028F *
-                        smoothStep(0.35F, 0.85F, x + 0.1F * Outline::ridge(x, 2.5F, view.seed)) +
-                    0.006F * Outline::ridge(x, 9, view.seed + 4) * smoothStep(0.3F, 0.6F, x);
-                light = mix(light, mix(sky.horizon, srgb(0x232433), 0.62F),
-                            clamp01((head - y) / view.unit() + 0.5F));
-                canvas.at(px, py) = light;
+                const float edge = (headland[static_cast<size_t>(px)] - y) / view.unit();
+                canvas.at(px, py) = mix(sky.light(x, y), far, clamp01(edge + 0.5F));
                 continue;
             }
             const float down = -y;
@@ -105,8 +107,8 @@ Canvas Scenes::sea(const View &view)
             const float glint =
                 std::exp(-(ax * ax + ay * ay) * sunWidth / (1 + 60 * rough * rough));
             light += sky.sun * (glint * 0.16F * (0.3F + 0.7F * smoothStep(-0.01F, 0.035F, slopeY)));
-            const float far = std::exp(-down * 34);
-            canvas.at(px, py) = mix(light, sky.light(x, 0.01F, false) * 0.9F, 0.75F * far);
+            const float haze = std::exp(-down * 34);
+            canvas.at(px, py) = mix(light, sky.light(x, 0.01F, false) * 0.9F, 0.75F * haze);
         }
     }
     return canvas;

@@ -40,21 +40,20 @@ Canvas Scenes::winterTree(const View &view)
     const float night = clamp01(view.moment);
     Canvas canvas(view.width, view.height);
     const float rise = -0.24F;
-    for (int py = 0; py < view.height; ++py) {
-        const float y = view.sceneY(static_cast<float>(py));
-        for (int px = 0; px < view.width; ++px) {
-            const float x = view.sceneX(static_cast<float>(px));
+    for (int px = 0; px < view.width; ++px) {
+        const float x = view.sceneX(static_cast<float>(px));
+        const float far = rise + 0.035F + 0.03F * Noise::fractal(x * 2.2F, 4, 4, view.seed + 5) +
+                          0.012F * std::fabs(Noise::fractal(x * 24, 4, 3, view.seed + 6));
+        const float ground =
+            rise + 0.035F * Noise::fractal(x * 0.9F, 1, 3, view.seed + 8) + 0.02F * x;
+        for (int py = 0; py < view.height; ++py) {
+            const float y = view.sceneY(static_cast<float>(py));
             const float cloud = Noise::fractal(x * 1.1F, y * 1.8F, 4, view.seed);
             Rgb light =
                 mix(srgb(0xD5DAE2), srgb(0xEDE6E0), smoothStep(0.4F, -0.3F, y + 0.2F * cloud));
             light = mix(light, srgb(0x1C2742) * (1.0F + 0.35F * cloud), night);
-            const float far = rise + 0.035F +
-                              0.03F * Noise::fractal(x * 2.2F, 4, 4, view.seed + 5) +
-                              0.012F * std::fabs(Noise::fractal(x * 24, 4, 3, view.seed + 6));
             light = mix(light, mix(srgb(0xB4BCC8), srgb(0x131B30), night),
                         0.75F * clamp01((far - y) / view.unit() + 0.5F));
-            const float ground =
-                rise + 0.035F * Noise::fractal(x * 0.9F, 1, 3, view.seed + 8) + 0.02F * x;
             const float cover = clamp01((ground - y) / view.unit() + 0.5F);
             if (cover > 0) {
                 const float near = ground - y;
