@@ -25,7 +25,8 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
-    width: 420
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: 24
 
     onClosed: root.appState.confirmingDelete = false

@@ -91,9 +91,9 @@ Item {
 
             ExifBar {
                 objectName: "exifBar"
-                anchors.top: parent.top
-                anchors.left: parent.left
-                anchors.right: parent.right
+                anchors.top: imageArea.top
+                anchors.left: imageArea.left
+                anchors.right: imageArea.right
                 appState: root.appState
                 item: session.currentItem
                 displayName: session.currentName

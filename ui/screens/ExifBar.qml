@@ -17,7 +17,7 @@ Rectangle {
     // Width at the right end that the texts leave free.
     property real rightInset: 0
 
-    implicitHeight: row.height + 16
+    implicitHeight: capture.height + 16
     color: Qt.rgba(0, 0, 0, 0.6)
 
     MetadataLoader {
@@ -28,58 +28,71 @@ Rectangle {
     }
 
     Item {
+        id: space
+
         anchors.left: parent.left
         anchors.leftMargin: 16
         anchors.right: parent.right
         anchors.rightMargin: Math.max(16, root.rightInset)
         anchors.verticalCenter: parent.verticalCenter
-        height: row.height
+        height: capture.height
         clip: true
 
         Row {
             id: row
 
-            spacing: 14
+            readonly property real gap: 14
 
-            Value {
-                id: name
-
-                text: root.displayName
-                color: Look.white
-                opacity: 1
-                font.weight: Font.DemiBold
-            }
-
-            Repeater {
+            Row {
                 id: capture
 
-                model: meta.captureTexts
+                spacing: row.gap
 
                 Value {
-                    required property string modelData
+                    objectName: "exifName"
+                    text: root.displayName
+                    color: Look.white
+                    opacity: 1
+                    font.weight: Font.DemiBold
+                }
 
-                    text: modelData
+                Repeater {
+                    model: meta.captureTexts
+
+                    Value {
+                        required property string modelData
+
+                        text: modelData
+                    }
                 }
             }
 
             Value {
-                id: lens
-
-                visible: text !== ""
-                width: Math.min(implicitWidth, Math.max(0, row.parent.width - row.width + width))
+                objectName: "exifLens"
+                visible: meta.lensText !== ""
+                leftPadding: row.gap
+                width: Math.min(implicitWidth, Math.max(0, space.width - capture.width - fuji.width))
                 elide: Text.ElideRight
                 text: meta.lensText
             }
 
-            Repeater {
-                model: meta.fujiTexts
+            Row {
+                id: fuji
 
-                Value {
-                    required property string modelData
+                leftPadding: row.gap
+                spacing: row.gap
 
-                    text: modelData
-                    color: Look.green
-                    opacity: 1
+                Repeater {
+                    model: meta.fujiTexts
+
+                    Value {
+                        required property string modelData
+
+                        text: modelData
+                        color: Look.green
+                        // Better left out than cut through.
+                        opacity: fuji.x + x + width <= space.width ? 1 : 0
+                    }
                 }
             }
         }

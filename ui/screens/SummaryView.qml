@@ -15,11 +15,11 @@ Item {
     required property real failed
     required property real kept
 
-    focus: true
-
     // No key handler takes the keys of this phase, so Return presses the default button here.
     Keys.onReturnPressed: root.appState.closeSummary()
     Keys.onEnterPressed: root.appState.closeSummary()
+
+    Component.onCompleted: root.forceActiveFocus()
 
     Column {
         anchors.centerIn: parent

@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "ui/loaders/ScreenImageLoader.h"
+
+#include "tests/ui/ScreenBench.h"
+
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+class ScreenImageLoaderTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theThumbnailStandsInUntilThePictureIsDecoded()
+    {
+        ScreenBench bench;
+        bench.pictures.screensAreHeld = true;
+        bench.cull(ScreenBench::shots(1));
+        ScreenImageLoader loader;
+        loader.setAppState(&bench.appState);
+
+        QTRY_VERIFY(loader.hasImage());
+        QVERIFY(loader.isStale());
+        QCOMPARE(loader.image().width(), 256);
+
+        bench.pictures.screensAreHeld = false;
+
+        QTRY_VERIFY(!loader.isStale());
+        QCOMPARE(loader.image().width(), 1200);
+    }
+
+    void aCachedPictureIsThereAtOnce()
+    {
+        ScreenBench bench;
+        bench.cull(ScreenBench::shots(3));
+        ScreenImageLoader loader;
+        loader.setAppState(&bench.appState);
+        QTRY_VERIFY(!bench.pipeline.cachedScreenImage(bench.item(1)).isNull());
+        QTRY_VERIFY(loader.hasImage() && !loader.isStale());
+        const QSignalSpy stale(&loader, &ScreenImageLoader::isStaleChanged);
+
+        bench.press(KeyPress::Right);
+
+        QCOMPARE(loader.image().cacheKey(),
+                 bench.pipeline.cachedScreenImage(bench.item(1)).cacheKey());
+        QCOMPARE(stale.size(), 0);
+    }
+
+    void thePictureBeforeStaysWhileNothingIsThere()
+    {
+        ScreenBench bench;
+        bench.cull(ScreenBench::shots(40));
+        ScreenImageLoader loader;
+        loader.setAppState(&bench.appState);
+        QTRY_VERIFY(loader.hasImage() && !loader.isStale());
+        const auto before = loader.image().cacheKey();
+        bench.pictures.screensAreHeld = true;
+        bench.pictures.thumbnailsAreHeld = true;
+
+        bench.appState.selectItem(39);
+
+        QCOMPARE(loader.image().cacheKey(), before);
+        bench.letGo();
+        QTRY_VERIFY(loader.image().cacheKey() != before && !loader.isStale());
+    }
+
+    void aLateResultOfAnEarlierItemIsDropped()
+    {
+        ScreenBench bench;
+        bench.cull({"DSCF0001.JPG", "DSCF0002.JPG", "DSCF0003.MOV"});
+        bench.pictures.screensAreHeld = true;
+        ScreenImageLoader loader;
+        bench.appState.selectItem(1);
+        loader.setAppState(&bench.appState);
+        bench.appState.selectItem(2);
+        QVERIFY(!loader.hasImage());
+        const QSignalSpy images(&loader, &ScreenImageLoader::imageChanged);
+
+        bench.letGo();
+
+        QTRY_VERIFY(!bench.pipeline.cachedScreenImage(bench.item(1)).isNull());
+        QCoreApplication::processEvents();
+        QCOMPARE(images.size(), 0);
+        QVERIFY(!loader.hasImage());
+    }
+
+    void aClipHasNoPicture()
+    {
+        ScreenBench bench;
+        bench.cull({"DSCF0001.JPG", "DSCF0002.MOV"});
+        ScreenImageLoader loader;
+        loader.setAppState(&bench.appState);
+        QTRY_VERIFY(loader.hasImage());
+
+        bench.press(KeyPress::Right);
+
+        QVERIFY(!loader.hasImage());
+        QVERIFY(!loader.isStale());
+    }
+
+    void aPictureThatCannotBeDecodedLeavesTheOneBefore()
+    {
+        ScreenBench bench;
+        bench.cull({"DSCF0001.JPG", "DSCF0002-BROKEN.JPG"});
+        ScreenImageLoader loader;
+        loader.setAppState(&bench.appState);
+        QTRY_VERIFY(loader.hasImage() && !loader.isStale());
+        const auto before = loader.image().cacheKey();
+
+        bench.press(KeyPress::Right);
+        QTest::qWait(50);
+
+        QCOMPARE(loader.image().cacheKey(), before);
+    }
+
+    void theRemovalOfTheCardTakesThePictureAway()
+    {
+        ScreenBench bench;
+        bench.cull(ScreenBench::shots(1));
+        ScreenImageLoader loader;
+        loader.setAppState(&bench.appState);
+        QTRY_VERIFY(loader.hasImage());
+
+        bench.volumes.unmount(bench.cardRoot);
+
+        QTRY_VERIFY(!loader.hasImage());
+    }
+
+    void aLoaderThatGoesAwayWhileLoadingIsNotMissed()
+    {
+        ScreenBench bench;
+        bench.pictures.screensAreHeld = true;
+        bench.cull(ScreenBench::shots(1));
+        {
+            ScreenImageLoader loader;
+            loader.setAppState(&bench.appState);
+        }
+
+        bench.letGo();
+
+        QTRY_VERIFY(!bench.pipeline.cachedScreenImage(bench.item(0)).isNull());
+    }
+};
+
+QTEST_MAIN(ScreenImageLoaderTest)
+#include "ScreenImageLoaderTest.moc"
