@@ -8,6 +8,7 @@
 #include "core/metadata/ExifReader.h"
 #include "platform/files/PosixFileManager.h"
 #include "platform/imageio/ImageSource.h"
+#include "platform/media/PosterFrame.h"
 #include "platform/volumes/UDisksVolumes.h"
 
 #include <QGuiApplication>
@@ -32,9 +33,10 @@ static QImage pictureOf(const std::filesystem::path &url, std::optional<int> max
 
 static DecodePipeline::Decoders decoders()
 {
-    return {.picture = pictureOf,
-            // TODO: clips have no poster frame yet; they show a plain tile.
-            .videoFrame = [](const std::filesystem::path &) { return QImage(); }};
+    const auto frameOf = [](const std::filesystem::path &url) {
+        return posterFrame(url, DecodePipeline::thumbnailMaxPixel);
+    };
+    return {.picture = pictureOf, .videoFrame = frameOf};
 }
 
 KestleApp::KestleApp(std::vector<std::unique_ptr<MountedVolumes>> moreVolumes)
