@@ -10,7 +10,12 @@
 
 static std::filesystem::path lastComponent(const std::filesystem::path &path)
 {
-    return path.has_filename() ? path.filename() : path.parent_path().filename();
+    for (auto component = path.end(); component != path.begin();) {
+        if (!(--component)->empty()) { // empty after a trailing separator
+            return *component;
+        }
+    }
+    return {};
 }
 
 CardInfo CardInfo::of(const MountedVolumes &volumes, const std::filesystem::path &volumeURL)
@@ -22,11 +27,11 @@ CardInfo CardInfo::of(const MountedVolumes &volumes, const std::filesystem::path
         card.volumeUUID = volume->uuid;
         card.name = volume->label;
     }
-    const auto fallback = displayText(lastComponent(volumeURL));
-    for (auto *text : {&card.volumeUUID, &card.name}) {
-        if (text->isEmpty()) {
-            *text = fallback;
-        }
+    if (card.volumeUUID.isEmpty()) {
+        card.volumeUUID = keyText(lastComponent(volumeURL).native()); // sessions are kept under it
+    }
+    if (card.name.isEmpty()) {
+        card.name = displayText(lastComponent(volumeURL));
     }
     return card;
 }

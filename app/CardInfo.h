@@ -14,8 +14,8 @@ class MountedVolumes;
 /// A volume that could be a card.
 struct CardInfo {
     Q_GADGET
-    Q_PROPERTY(QString volumeUUID MEMBER volumeUUID)
-    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString volumeUUID MEMBER volumeUUID CONSTANT)
+    Q_PROPERTY(QString name MEMBER name CONSTANT)
 
 public:
     std::filesystem::path volumeURL = {}; ///< the mount point

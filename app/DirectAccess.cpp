@@ -3,6 +3,7 @@
 
 #include "app/DirectAccess.h"
 
+#include "app/DirectBookmark.h"
 #include "platform/files/FileManager.h"
 #include "platform/settings/UserDefaults.h"
 
@@ -30,17 +31,19 @@ std::optional<std::filesystem::path> DirectAccess::resolveBookmark(const QString
     if (!stored) {
         return std::nullopt;
     }
-    const std::filesystem::path url(stored->toStdString());
-    if (!isReadable(url)) {
+    const auto bookmark = DirectBookmark::from(*stored);
+    if (!bookmark || bookmark->volumeUUID != volumeUUID || !isReadable(bookmark->url)) {
         m_defaults.remove(bookmarkKey(volumeUUID));
         return std::nullopt;
     }
-    return url;
+    return bookmark->url;
 }
 
 void DirectAccess::saveBookmark(const std::filesystem::path &url, const QString &volumeUUID)
 {
-    m_defaults.setBytes(bookmarkKey(volumeUUID), QByteArray::fromStdString(url.native()));
+    if (url.is_absolute()) {
+        m_defaults.setBytes(bookmarkKey(volumeUUID), DirectBookmark{url, volumeUUID}.data());
+    }
 }
 
 std::optional<std::filesystem::path>

@@ -10,7 +10,8 @@
 class FileManager;
 class UserDefaults;
 
-/// Access without a sandbox: what can be listed is granted. The stored grant is the mount path.
+/// Access without a sandbox: what can be listed is granted. The stored grant is a
+/// DirectBookmark under "cardBookmark." and the volume's UUID.
 class DirectAccess final : public CardAccess {
 public:
     /// @p defaults outlives the access.

@@ -38,15 +38,20 @@ static std::optional<QDateTime> parseDate(const QString &text)
     }
     const auto year = number(view.sliced(0, 4));
     const auto month = number(view.sliced(5, 2));
-    const auto day = number(view.sliced(8, 2));
+    const auto dayOfMonth = number(view.sliced(8, 2));
     const auto hour = number(view.sliced(11, 2));
     const auto minute = number(view.sliced(14, 2));
     const auto second = number(view.sliced(17, 2));
-    if (!year || !month || !day || !hour || !minute || !second) {
+    if (!year || !month || !dayOfMonth || !hour || !minute || !second) {
         return std::nullopt;
     }
-    const QDateTime date(QDate(*year, *month, *day), QTime(*hour, *minute, *second), Qt::UTC);
-    return date.isValid() ? std::optional(date) : std::nullopt;
+    const QDate day(*year, *month, *dayOfMonth);
+    const QTime time(*hour, *minute, *second);
+    // Checked one by one: QDateTime would take a time that does not exist for midnight.
+    if (!day.isValid() || !time.isValid()) {
+        return std::nullopt;
+    }
+    return QDateTime(day, time, Qt::UTC);
 }
 
 static std::optional<qint64> firstIso(const PropertyDictionary &exif)

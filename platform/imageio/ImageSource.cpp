@@ -3,6 +3,11 @@
 
 #include "platform/imageio/ImageSource.h"
 
+#include "platform/imageio/FileKind.h"
+#include "platform/imageio/FileProperties.h"
+#include "platform/imageio/JpegDecoder.h"
+#include "platform/imageio/RawDecoder.h"
+
 #include <utility>
 
 ImageSource::ImageSource(InputFile file)
@@ -21,10 +26,19 @@ std::optional<ImageSource> ImageSource::open(const std::filesystem::path &path)
 
 std::optional<PropertyDictionary> ImageSource::properties() const
 {
-    return std::nullopt; // TODO: no format is known yet, so no file has properties
+    return FileProperties::read(m_file);
 }
 
-QImage ImageSource::image(std::optional<int>) const
+QImage ImageSource::image(std::optional<int> maxPixel) const
 {
-    return {}; // TODO: no format is known yet, so no file has a picture
+    PagedReader reader(m_file);
+    const auto kind = fileKind(reader);
+    switch (kind) {
+    case FileKind::Jpeg:
+        return JpegDecoder::decode(m_file, {0, m_file.size()}, maxPixel);
+    case FileKind::Media:
+        return {}; // TODO: HEIF files have properties but no picture yet
+    default:
+        return RawDecoder::decode(m_file, kind, maxPixel); // TODO: nor have plain TIFF files
+    }
 }

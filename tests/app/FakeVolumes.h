@@ -8,12 +8,19 @@
 /// Volumes as a test says.
 class FakeVolumes final : public MountedVolumes {
 public:
-    FakeVolumes()
+    explicit FakeVolumes(const QList<MountedVolume> &volumes = {})
         : MountedVolumes(nullptr)
+        , m_volumes(volumes)
     {
     }
 
     [[nodiscard]] QList<MountedVolume> volumes() const override { return m_volumes; }
+
+    void setVolumes(const QList<MountedVolume> &volumes)
+    {
+        m_volumes = volumes;
+        Q_EMIT changed();
+    }
 
     void mount(const std::filesystem::path &mountPoint, const QString &uuid, const QString &label)
     {

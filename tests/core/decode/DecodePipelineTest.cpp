@@ -246,9 +246,12 @@ private Q_SLOTS:
 
     void prefetchTakesTheItemsInTheOrderOfTheirNearness()
     {
+        m_decoders->isGated = true;
         const auto items = photos(100);
         m_pipeline->prefetch(items, 50, 100);
         QCOMPARE(m_pipeline->inFlight().size(), 13);
+        m_decoders->isGated = false;
+        m_decoders->gate.release(1);
 
         QTRY_VERIFY(m_pipeline->inFlight().isEmpty());
         const std::vector<std::string> expected = {"50.JPG", "51.JPG", "49.JPG", "52.JPG", "48.JPG",
@@ -260,6 +263,7 @@ private Q_SLOTS:
 
     void prefetchAroundTheFirstOfTwentySchedulesNine()
     {
+        m_decoders->isGated = true;
         m_pipeline->prefetch(photos(20), 0, 100);
 
         QCOMPARE(m_pipeline->inFlight(), idsFrom(0, 8));
@@ -267,6 +271,7 @@ private Q_SLOTS:
 
     void prefetchAroundTheLastOfTwentySchedulesFive()
     {
+        m_decoders->isGated = true;
         m_pipeline->prefetch(photos(20), 19, 100);
 
         QCOMPARE(m_pipeline->inFlight(), idsFrom(15, 19));
@@ -291,6 +296,7 @@ private Q_SLOTS:
     {
         const auto items = photos(2);
         (void)QCoro::waitFor(m_pipeline->screenImage(items.at(0), 100));
+        m_decoders->isGated = true;
 
         m_pipeline->prefetch(items, 0, 100);
 
@@ -407,7 +413,7 @@ private Q_SLOTS:
 
         m_pipeline->beginSelection(2);
         QVERIFY(m_pipeline->inFlight().isEmpty());
-        m_pipeline->prefetch(photos(1), 0, 100); // the same ids on the other card
+        m_pipeline->prefetch(photos(1), 0, 100); // the same id on the other card
         QCOMPARE(m_pipeline->inFlight(), QSet<QString>{u"0"_s});
         m_decoders->isGated = false;
         m_decoders->gate.release(10);

@@ -110,6 +110,22 @@ private Q_SLOTS:
         QCOMPARE(mounts[0].mountPoint, std::filesystem::path("/good"));
     }
 
+    void noDamagedTextMakesItFail()
+    {
+        const auto whole = "90 22 8:17 / /media/MY\\040CARD rw shared:1 - vfat /dev/sdb1 rw\n"_ba;
+
+        for (qsizetype place = 0; place < whole.size(); ++place) {
+            QVERIFY(MountTable::parse(whole.first(place)).size() <= 1);
+            for (const char odd : {'\0', ' ', '\n', '\\', '-', ':', '\xFF'}) {
+                auto damaged = whole;
+                damaged[place] = odd;
+                for (const auto &mount : MountTable::parse(damaged)) {
+                    QVERIFY(mount.mountPoint.is_absolute());
+                }
+            }
+        }
+    }
+
     void knowsTheMountsOfThisSystem()
     {
         struct stat root = {};

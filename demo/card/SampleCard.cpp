@@ -1,0 +1,286 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "demo/card/SampleCard.h"
+
+#include "demo/card/ClipMaker.h"
+#include "demo/card/DngWriter.h"
+#include "demo/card/ExifWriter.h"
+#include "demo/card/PlannedShot.h"
+#include "platform/files/CreationDate.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QTransform>
+
+#include <atomic>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+namespace fs = std::filesystem;
+
+namespace SampleCard {
+
+constexpr int quality = 90;
+constexpr int thumbnailWidth = 320;
+constexpr int paintedEdge = 1080;    // more than this only grain can add
+constexpr float burstMargin = 1.06F; // painted around the frame, for the shifts of a burst
+constexpr size_t firstFolderShots = 26;
+
+static bool write(const fs::path &path, const QByteArray &bytes, const QDateTime &when)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+        return false;
+    }
+    file.close();
+    const timespec time{static_cast<time_t>(when.toSecsSinceEpoch()), 0};
+    const timespec both[2] = {time, time};
+    return ::utimensat(AT_FDCWD, path.c_str(), both, 0) == 0;
+}
+
+static QByteArray jpeg(const QImage &picture, int atQuality = quality)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "JPG", atQuality);
+    return bytes;
+}
+
+static QString stem(size_t index)
+{
+    return u"DSCF%1"_s.arg(index + 1, 4, 10, QChar(u'0'));
+}
+
+static QString folder(size_t index)
+{
+    return index < firstFolderShots ? u"100_FUJI"_s : u"101_FUJI"_s;
+}
+
+static bool isHeldUpright(const PlannedShot &shot)
+{
+    return shot.turned == 6 || shot.turned == 8;
+}
+
+// The light of a shot's place, with a margin when several frames are cut from it.
+static Canvas paint(const PlannedShot &shot, QSize frame)
+{
+    const float margin = shot.burst != 0 ? burstMargin : 1;
+    View view;
+    view.width = static_cast<int>(std::lround(static_cast<float>(frame.width()) * margin));
+    view.height = static_cast<int>(std::lround(static_cast<float>(frame.height()) * margin));
+    view.zoom = static_cast<float>(std::min(frame.width(), frame.height())) /
+                static_cast<float>(std::min(view.width, view.height));
+    view.seed = shot.place;
+    view.moment = shot.moment;
+    return shot.scene(view);
+}
+
+static Canvas cut(const Canvas &light, const PlannedShot &shot, QSize frame)
+{
+    if (light.width() == frame.width()) {
+        return light;
+    }
+    const auto place = [](int spare, float shift, int extent) {
+        const auto moved =
+            static_cast<int>(std::lround(shift * 0.01F * static_cast<float>(extent)));
+        return std::clamp(spare / 2 + moved, 0, spare);
+    };
+    const int left = place(light.width() - frame.width(), shot.shiftX, frame.width());
+    const int top = place(light.height() - frame.height(), shot.shiftY, frame.width());
+    Canvas result(frame.width(), frame.height());
+    for (int y = 0; y < frame.height(); ++y) {
+        std::copy_n(light.row(y + top) + left, frame.width(), result.row(y));
+    }
+    return result;
+}
+
+// Where the camera records the subject: in the pixels as stored.
+static QPoint storedPoint(const PlannedShot &shot, QSize stored)
+{
+    const double x = shot.subjectX;
+    const double y = shot.subjectY;
+    const QPointF place = shot.turned == 6   ? QPointF(y, 1 - x)
+                          : shot.turned == 8 ? QPointF(1 - y, x)
+                                             : QPointF(x, y);
+    return {static_cast<int>(place.x() * stored.width()),
+            static_cast<int>(place.y() * stored.height())};
+}
+
+static bool take(const fs::path &dcim, const PlannedShot &shot, const Canvas &light, size_t index,
+                 const Options &options, QSize frame)
+{
+    const QImage upright =
+        shot.development.develop(cut(light, shot, frame), options.longEdge,
+                                 options.seed * 977 + static_cast<quint32>(index));
+    const int turn = shot.turned == 6 ? -90 : shot.turned == 8 ? 90 : 0;
+    const QImage stored = turn == 0 ? upright : upright.transformed(QTransform().rotate(turn));
+
+    CaptureSettings settings = shot.settings;
+    settings.orientation = shot.turned;
+    if (shot.subjectX >= 0) {
+        settings.subject = storedPoint(shot, stored.size());
+    }
+    const QByteArray picture = jpeg(stored);
+    const QByteArray thumbnail = jpeg(
+        stored.scaledToWidth(std::min(thumbnailWidth, stored.width()), Qt::SmoothTransformation),
+        80);
+    const fs::path base = dcim / folder(index).toStdString() / stem(index).toStdString();
+    if (shot.raw && !write(base.string() + ".DNG", DngWriter::bytes(stored, picture, settings),
+                           settings.captured)) {
+        return false;
+    }
+    return write(base.string() + ".JPG",
+                 ExifWriter::withExif(picture, thumbnail, settings, stored.size()),
+                 settings.captured);
+}
+
+// A second of quiet hiss: a voice memo (WAVE, 8 kHz, 8 bit, mono).
+static QByteArray voiceMemo()
+{
+    QByteArray sound("RIFF\x64\x1f\0\0WAVEfmt "
+                     "\x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x40\x1f\0\0\x01\0\x08\0data\x40\x1f\0\0",
+                     44);
+    quint32 state = 1;
+    for (int i = 0; i < 8000; ++i) {
+        state = state * 1664525U + 1013904223U;
+        sound += static_cast<char>(128 + static_cast<int>(state >> 29U) - 4);
+    }
+    return sound;
+}
+
+// The files that are no pictures of their own: a computer's traces, notes, a print order.
+static bool addCompanions(const fs::path &root, const QDateTime &when, CardManifest &manifest)
+{
+    const QByteArray resourceFork =
+        QByteArray::fromHex("00051607000200004d6163204f5320582020202020202020") +
+        QByteArray(4072, '\0');
+    const QByteArray rating =
+        R"(<x:xmpmeta xmlns:x="adobe:ns:meta/"><rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#"><rdf:Description rdf:about="" xmlns:xmp="http://ns.adobe.com/xap/1.0/" xmp:Rating="3"/></rdf:RDF></x:xmpmeta>)"_ba;
+    const std::pair<const char *, QByteArray> files[] = {
+        {"DCIM/100_FUJI/._DSCF0003.JPG", resourceFork},
+        {"DCIM/100_FUJI/DSCF0005.XMP", rating},
+        {"DCIM/100_FUJI/DSCF0007.WAV", voiceMemo()},
+        {"DCIM/.thumbnails/DSCF0001.JPG", "not a picture\n"_ba},
+        {"MISC/AUTPRINT.MRK", "[HDR]\r\nGEN REV = 01.10\r\n"_ba},
+        {".Spotlight-V100/VolumeConfiguration.plist", "<plist version=\"1.0\"/>\n"_ba},
+    };
+    for (const auto &[name, bytes] : files) {
+        std::error_code error;
+        fs::create_directories((root / name).parent_path(), error);
+        if (!write(root / name, bytes, when)) {
+            return false;
+        }
+        manifest.companions.append(QString::fromLatin1(name));
+    }
+    return true;
+}
+
+static QString clipName(size_t index)
+{
+    return u"DCIM/%1/%2.MOV"_s.arg(folder(index), stem(index));
+}
+
+static bool addClip(const fs::path &root, size_t index, const QDateTime &when,
+                    const QString &problem, CardManifest &manifest)
+{
+    const QString name = clipName(index);
+    const fs::path file = root / name.toStdString();
+    if (!problem.isEmpty()) {
+        std::error_code error;
+        fs::remove(file, error);
+        manifest.notes.append(problem);
+        return true;
+    }
+    const timespec time{static_cast<time_t>(when.toSecsSinceEpoch()), 0};
+    const timespec both[2] = {time, time};
+    if (::utimensat(AT_FDCWD, file.c_str(), both, 0) != 0) {
+        return false;
+    }
+    // A clip is dated by its file's birth, today; without one it comes before everything.
+    const auto birth = creationDate(file);
+    const CardManifest::Item item{u"%1/%2.MOV#video"_s.arg(folder(index), stem(index)),
+                                  {name},
+                                  birth ? birth->toString(Qt::ISODate) : QString()};
+    manifest.items.insert(birth ? manifest.items.size() : 0, item);
+    return true;
+}
+
+std::optional<CardManifest> make(const fs::path &root, const Options &options)
+{
+    const fs::path dcim = root / "DCIM";
+    std::error_code error;
+    fs::create_directories(dcim / "100_FUJI", error);
+    fs::create_directories(dcim / "101_FUJI", error);
+    if (error) {
+        return {};
+    }
+    const auto shots = PlannedShot::all(options.seed);
+    const int edge = std::min(paintedEdge, options.longEdge);
+
+    // A burst is one piece of work: its place is painted once.
+    std::vector<std::vector<size_t>> work;
+    for (size_t i = 0; i < shots.size(); ++i) {
+        if (shots[i].burst != 0 && i > 0 && shots[i - 1].burst == shots[i].burst) {
+            work.back().push_back(i);
+        } else {
+            work.push_back({i});
+        }
+    }
+    std::atomic_size_t next = 0;
+    std::atomic_bool failed = false;
+    const auto worker = [&] {
+        for (size_t piece = next++; piece < work.size() && !failed; piece = next++) {
+            const auto &first = shots[work[piece].front()];
+            const int across = edge * 2 / 3;
+            const QSize frame = isHeldUpright(first) ? QSize(across, edge) : QSize(edge, across);
+            const Canvas light = paint(first, frame);
+            for (const size_t index : work[piece]) {
+                if (!take(dcim, shots[index], light, index, options, frame)) {
+                    failed = true;
+                }
+            }
+        }
+    };
+    QString clipProblem;
+    {
+        std::vector<std::jthread> workers;
+        if (options.clip) {
+            workers.emplace_back([&] {
+                clipProblem =
+                    ClipMaker::make(root / clipName(shots.size()).toStdString(), options.seed);
+            });
+        }
+        for (unsigned i = 0; i < std::max(1U, std::thread::hardware_concurrency()); ++i) {
+            workers.emplace_back(worker);
+        }
+    }
+    if (failed) {
+        return {};
+    }
+
+    CardManifest manifest;
+    for (size_t i = 0; i < shots.size(); ++i) {
+        const QString base = u"DCIM/%1/%2"_s.arg(folder(i), stem(i));
+        QStringList files;
+        if (shots[i].raw) {
+            files.append(base + u".DNG"_s);
+        }
+        files.append(base + u".JPG"_s);
+        manifest.items.append({u"%1/%2"_s.arg(folder(i), stem(i)), files,
+                               shots[i].settings.captured.toString(Qt::ISODate)});
+    }
+    const QDateTime last = shots.back().settings.captured;
+    if (!addCompanions(root, last, manifest)) {
+        return {};
+    }
+    if (options.clip && !addClip(root, shots.size(), last.addSecs(900), clipProblem, manifest)) {
+        return {};
+    }
+    return manifest;
+}
+
+} // namespace SampleCard

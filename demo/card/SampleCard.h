@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "demo/card/CardManifest.h"
+
+#include <filesystem>
+#include <optional>
+
+/// Makes a memory card that looks as if somebody had been out with a camera for two days: pictures
+/// of our own painting, RAW files beside a third of them, one clip, and the files that cameras and
+/// computers leave beside them.
+namespace SampleCard {
+
+struct Options {
+    int longEdge = 3000; ///< of the pictures, in pixels
+    quint32 seed = 1;    ///< the same seed gives the same pictures, byte for byte
+    bool clip = true;
+};
+
+/// Fills @p root (made if missing). Absent when a file cannot be written. Works on all cores and
+/// blocks for some seconds.
+[[nodiscard]] std::optional<CardManifest> make(const std::filesystem::path &root,
+                                               const Options &options = {});
+
+} // namespace SampleCard

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "demo/SampleVolume.h"
+#include "demo/card/SampleCard.h"
+#include "ui/shell/KestleApp.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+#include <QGuiApplication>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+#include <QThreadPool>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Says beside the card what lies on it, for whoever checks afterwards.
+bool describe(const CardManifest &manifest, const QString &folder)
+{
+    QFile file(folder + u".json"_s);
+    return file.open(QIODevice::WriteOnly) &&
+           file.write(QJsonDocument(manifest.toJson()).toJson()) >= 0;
+}
+
+/// Draws the card and puts it in when it is ready. Blocks.
+void makeCard(const QString &folder, bool isKept, SampleVolume *volume)
+{
+    const auto manifest = SampleCard::make(folder.toStdString());
+    if (!manifest || (isKept && !describe(*manifest, folder))) {
+        std::fputs("The sample card could not be written.\n", stderr);
+        QMetaObject::invokeMethod(
+            qApp, [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
+        return;
+    }
+    for (const auto &note : manifest->notes) {
+        std::fprintf(stderr, "%s\n", qPrintable(note));
+    }
+    QMetaObject::invokeMethod(volume, [volume, folder] { volume->mount(folder.toStdString()); });
+}
+
+} // namespace
+
+/// Kestle with a sample card beside the real ones. The card is made in a temporary folder that goes
+/// with the program, or in the folder given, where it stays.
+int main(int argc, char **argv)
+{
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName(u"Kestle"_s);
+    QGuiApplication::setApplicationDisplayName(u"Kestle"_s);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(u"Starts Kestle with a sample card."_s);
+    parser.addHelpOption();
+    parser.addOption(
+        {u"card"_s, u"Make the card in this folder and leave it there."_s, u"folder"_s});
+    parser.process(application);
+
+    const QTemporaryDir temporary;
+    const bool isKept = parser.isSet(u"card"_s);
+    const QString folder = isKept ? parser.value(u"card"_s) : temporary.filePath(u"card"_s);
+
+    auto sample = std::make_unique<SampleVolume>();
+    auto *const volume = sample.get();
+    std::vector<std::unique_ptr<MountedVolumes>> more;
+    more.push_back(std::move(sample));
+    KestleApp kestle(std::move(more));
+    if (!kestle.show()) {
+        return 1;
+    }
+    QThreadPool maker; // waited for before the card's folder and the volume go
+    maker.start([folder, isKept, volume] { makeCard(folder, isKept, volume); });
+    return QGuiApplication::exec();
+}

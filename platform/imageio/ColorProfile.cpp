@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/imageio/ColorProfile.h"
+
+#include <QColorSpace>
+
+#include <lcms2.h>
+
+#include <memory>
+#include <type_traits>
+
+namespace {
+
+template<auto close>
+struct Closer {
+    template<typename T>
+    void operator()(T *handle) const
+    {
+        close(handle);
+    }
+};
+
+using Context = std::unique_ptr<std::remove_pointer_t<cmsContext>, Closer<cmsDeleteContext>>;
+using Profile = std::unique_ptr<void, Closer<cmsCloseProfile>>;
+using Transform = std::unique_ptr<void, Closer<cmsDeleteTransform>>;
+
+/// The colour space of the data stands at byte 16 of the header.
+bool isForRgb(const QByteArray &icc)
+{
+    return icc.size() >= 128 && QByteArrayView(icc).sliced(16, 4) == "RGB ";
+}
+
+/// For profiles with tables, which QColorSpace does not take.
+void convertByTables(QImage &image, const QByteArray &icc)
+{
+    const Context context(cmsCreateContext(nullptr, nullptr)); // says nothing on errors
+    const Profile source(cmsOpenProfileFromMemTHR(context.get(), icc.constData(),
+                                                  static_cast<cmsUInt32Number>(icc.size())));
+    const Profile target(cmsCreate_sRGBProfileTHR(context.get()));
+    if (!source || !target) {
+        return;
+    }
+    const Transform transform(cmsCreateTransformTHR(context.get(), source.get(), TYPE_BGRA_8,
+                                                    target.get(), TYPE_BGRA_8, INTENT_PERCEPTUAL,
+                                                    cmsFLAGS_COPY_ALPHA));
+    if (!transform) {
+        return;
+    }
+    for (int row = 0; row < image.height(); ++row) {
+        auto *line = image.scanLine(row);
+        cmsDoTransform(transform.get(), line, line, static_cast<cmsUInt32Number>(image.width()));
+    }
+}
+
+} // namespace
+
+QImage ColorProfile::toSrgb(QImage image, const QByteArray &icc)
+{
+    if (image.isNull() || !isForRgb(icc)) {
+        return image;
+    }
+    const auto space = QColorSpace::fromIccProfile(icc);
+    if (!space.isValid()) {
+        convertByTables(image, icc);
+    } else if (space != QColorSpace(QColorSpace::SRgb)) {
+        image.setColorSpace(space);
+        image.convertToColorSpace(QColorSpace::SRgb);
+    }
+    image.setColorSpace({}); // whatever is shown is sRGB; a tag would be converted once more
+    return image;
+}

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/imageio/LibRawThumbnail.h"
+
+#include <libraw/libraw.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+/// LibRaw tells how long the picture is, but keeps its place to itself: reading it from there costs
+/// no copy of it in memory.
+class Finder final : public LibRaw {
+public:
+    // Without the handler that prints when memory runs out.
+    Finder()
+        : LibRaw(LIBRAW_OPIONS_NO_MEMERR_CALLBACK | LIBRAW_OPIONS_NO_DATAERR_CALLBACK)
+    {
+    }
+
+    [[nodiscard]] ByteRange range() const
+    {
+        return {libraw_internal_data.internal_data.toffset, imgdata.thumbnail.tlength};
+    }
+};
+
+} // namespace
+
+ByteRange LibRawThumbnail::find(const InputFile &file)
+{
+    // The open file by its number: its name may belong to another by now.
+    const auto path = "/proc/self/fd/" + std::to_string(file.descriptor());
+    try {
+        const auto finder = std::make_unique<Finder>();
+        if (finder->open_file(path.c_str()) != LIBRAW_SUCCESS) {
+            return {};
+        }
+        return finder->range();
+    } catch (const std::exception &) {
+        return {};
+    }
+}

@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/media/PosterFrame.h"
+
+#include "platform/media/MediaInput.h"
+
+#include <QTransform>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libswscale/swscale.h>
+}
+
+namespace {
+
+constexpr auto mostTime = std::chrono::seconds(5);
+constexpr int64_t mostPixels = 64'000'000;
+/// Packets until the first frame; a group of pictures and the sound between has some hundred.
+constexpr int mostPackets = 1000;
+
+struct Deleter {
+    void operator()(AVCodecContext *context) const { avcodec_free_context(&context); }
+    void operator()(AVFrame *frame) const { av_frame_free(&frame); }
+    void operator()(AVPacket *packet) const { av_packet_free(&packet); }
+    void operator()(SwsContext *context) const { sws_freeContext(context); }
+};
+
+template<typename T>
+using Owned = std::unique_ptr<T, Deleter>;
+
+void silence()
+{
+    [[maybe_unused]] static const bool silent = [] {
+        av_log_set_callback([](void *, int, const char *, va_list) {});
+        return true;
+    }();
+}
+
+Owned<AVCodecContext> openDecoder(const AVStream &stream)
+{
+    const auto *codec = avcodec_find_decoder(stream.codecpar->codec_id);
+    Owned<AVCodecContext> context(codec != nullptr ? avcodec_alloc_context3(codec) : nullptr);
+    if (!context || avcodec_parameters_to_context(context.get(), stream.codecpar) < 0) {
+        return nullptr;
+    }
+    context->max_pixels = mostPixels;
+    context->thread_count = 1; // one frame: further threads would only delay it
+    return avcodec_open2(context.get(), codec, nullptr) == 0 ? std::move(context) : nullptr;
+}
+
+/// The first frame that is to be shown.
+Owned<AVFrame> firstFrame(AVFormatContext &input, const AVStream &stream)
+{
+    const auto decoder = openDecoder(stream);
+    Owned<AVFrame> frame(av_frame_alloc());
+    const Owned<AVPacket> packet(av_packet_alloc());
+    if (!decoder || !frame || !packet) {
+        return nullptr;
+    }
+    for (int count = 0; count < mostPackets; ++count) {
+        const bool ended = av_read_frame(&input, packet.get()) < 0;
+        if (ended) {
+            avcodec_send_packet(decoder.get(), nullptr); // gives out what it holds back
+        } else if (packet->stream_index == stream.index) {
+            avcodec_send_packet(decoder.get(), packet.get()); // a damaged one is passed over
+        }
+        av_packet_unref(packet.get());
+        if (avcodec_receive_frame(decoder.get(), frame.get()) == 0) {
+            return frame;
+        }
+        if (ended) {
+            break;
+        }
+    }
+    return nullptr;
+}
+
+/// The size with square pixels, made to fit.
+QSize shownSize(const AVFrame &frame, const AVStream &stream, int maxPixel)
+{
+    auto aspect = stream.sample_aspect_ratio;
+    if (aspect.num <= 0 || aspect.den <= 0) {
+        aspect = frame.sample_aspect_ratio;
+    }
+    const double stretch = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1;
+    const double width = frame.width * std::clamp(stretch, 0.1, 10.0);
+    const double scale = std::min(1.0, maxPixel / std::max(width, double(frame.height)));
+    const auto edge = [scale](double length) {
+        return std::max(1, static_cast<int>(std::lround(length * scale)));
+    };
+    return {edge(width), edge(frame.height)};
+}
+
+QImage toImage(const AVFrame &frame, QSize size)
+{
+    const auto format = static_cast<AVPixelFormat>(frame.format);
+    const Owned<SwsContext> scaler(
+        sws_getContext(frame.width, frame.height, format, size.width(), size.height(),
+                       AV_PIX_FMT_BGR0, SWS_BICUBIC | SWS_ACCURATE_RND, nullptr, nullptr, nullptr));
+    QImage image(size, QImage::Format_RGB32);
+    if (!scaler || image.isNull()) {
+        return {};
+    }
+    const auto *matrix = sws_getCoefficients(frame.colorspace);
+    const int fullRange = frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0;
+    constexpr int neutral = 1 << 16;
+    sws_setColorspaceDetails(scaler.get(), matrix, fullRange, sws_getCoefficients(SWS_CS_DEFAULT),
+                             1, 0, neutral, neutral);
+    uint8_t *const planes[] = {image.bits(), nullptr, nullptr, nullptr};
+    const int strides[] = {static_cast<int>(image.bytesPerLine()), 0, 0, 0};
+    if (sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, planes, strides) !=
+        size.height()) {
+        return {};
+    }
+    // The fourth byte comes out as it likes; in RGB32 it is 255.
+    for (int row = 0; row < image.height(); ++row) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(row));
+        std::transform(line, line + image.width(), line,
+                       [](QRgb pixel) { return pixel | 0xff000000U; });
+    }
+    return image;
+}
+
+/// Turns and mirrorings of the display matrix (ISO 14496-12, 8.3.2); others are left out.
+QImage turned(const QImage &image, const AVStream &stream)
+{
+    size_t size = 0;
+    const auto *data = av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, &size);
+    if (data == nullptr || size < 9 * sizeof(int32_t)) {
+        return image;
+    }
+    const auto *matrix = reinterpret_cast<const int32_t *>(data);
+    const auto sign = [](int32_t value) { return value > 0 ? 1 : value < 0 ? -1 : 0; };
+    const QTransform transform(sign(matrix[0]), sign(matrix[1]), sign(matrix[3]), sign(matrix[4]),
+                               0, 0);
+    const bool rightAngle = (matrix[0] == 0) != (matrix[1] == 0) &&
+                            (matrix[3] == 0) != (matrix[4] == 0) &&
+                            (matrix[0] == 0) == (matrix[4] == 0);
+    return rightAngle ? image.transformed(transform).convertToFormat(QImage::Format_RGB32) : image;
+}
+
+} // namespace
+
+QImage posterFrame(const std::filesystem::path &path, int maxPixel)
+{
+    silence();
+    auto file = InputFile::open(path);
+    if (!file || maxPixel < 1) {
+        return {};
+    }
+    const MediaInput input(std::move(*file), mostTime);
+    if (!input.isOpen() || avformat_find_stream_info(input.context(), nullptr) < 0) {
+        return {};
+    }
+    const int index = av_find_best_stream(input.context(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+    if (index < 0) {
+        return {};
+    }
+    const auto &stream = *input.context()->streams[index];
+    const auto frame = firstFrame(*input.context(), stream);
+    if (!frame || frame->width < 1 || frame->height < 1) {
+        return {};
+    }
+    return turned(toImage(*frame, shownSize(*frame, stream, maxPixel)), stream);
+}

@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "demo/card/SampleCard.h"
+#include "core/model/Pairing.h"
+
+#include <QCryptographicHash>
+#include <QDirIterator>
+#include <QImageReader>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtEndian>
+
+using namespace Qt::StringLiterals;
+
+// Small pictures: everything but their sharpness is as on the large card.
+constexpr SampleCard::Options small{.longEdge = 240, .seed = 1, .clip = false};
+
+class SampleCardTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(m_folder.isValid());
+        const auto manifest = SampleCard::make(root(), small);
+        QVERIFY(manifest);
+        m_manifest = *manifest;
+    }
+
+    void theManifestNamesEveryFileOnTheCardAndNoOther()
+    {
+        QStringList promised = m_manifest.companions;
+        for (const auto &item : m_manifest.items) {
+            promised += item.files;
+        }
+        promised.sort();
+
+        QCOMPARE(filesBelow(m_folder.path()), promised);
+    }
+
+    void twoFoldersHoldAboutFortyShotsAndAThirdOfThemHaveRawFiles()
+    {
+        qsizetype pairs = 0;
+        QSet<QString> folders;
+        for (const auto &item : m_manifest.items) {
+            pairs += item.files.size() == 2;
+            folders.insert(item.id.section(u'/', 0, 0));
+        }
+
+        QVERIFY(m_manifest.items.size() >= 40);
+        QVERIFY(pairs * 10 >= m_manifest.items.size() * 3);
+        QVERIFY(pairs * 10 <= m_manifest.items.size() * 4);
+        QCOMPARE(folders, QSet<QString>({u"100_FUJI"_s, u"101_FUJI"_s}));
+    }
+
+    void theFilesPairIntoTheItemsOfTheManifest()
+    {
+        std::vector<std::filesystem::path> files;
+        QStringList promised;
+        for (const auto &item : m_manifest.items) {
+            promised.append(item.id);
+            for (const auto &file : item.files) {
+                files.push_back(root() / file.toStdString());
+            }
+        }
+        promised.sort();
+
+        QStringList found;
+        for (const auto &item : Pairing::pair(files)) {
+            found.append(item.id);
+        }
+        QCOMPARE(found, promised);
+    }
+
+    void itemsStandInTheOrderOfTheirCaptureTimes()
+    {
+        for (qsizetype i = 1; i < m_manifest.items.size(); ++i) {
+            QVERIFY(m_manifest.items[i - 1].captured < m_manifest.items[i].captured);
+        }
+    }
+
+    void everyPictureOpensInItsFullSize()
+    {
+        for (const auto &file : jpegs()) {
+            QImageReader reader(file);
+            const QImage picture = reader.read();
+
+            QVERIFY2(!picture.isNull(), qPrintable(file));
+            QCOMPARE(picture.size(), QSize(240, 160));
+        }
+    }
+
+    void everyPictureBeginsWithAnExifSegmentAndAFujifilmNote()
+    {
+        for (const auto &path : jpegs()) {
+            const QByteArray bytes = contents(path);
+
+            QCOMPARE(bytes.left(4), QByteArray("\xFF\xD8\xFF\xE1", 4));
+            QCOMPARE(bytes.mid(6, 6), QByteArray("Exif\0\0", 6));
+            const auto length = qFromBigEndian<quint16>(bytes.constData() + 4);
+            const QByteArray segment = bytes.mid(4, length);
+            QVERIFY(segment.contains(QByteArray("FUJIFILM\x0c\0\0\0", 12)));
+            QVERIFY(segment.contains("2025:10:1"));
+            QVERIFY(segment.contains(QByteArray("\xFF\xD8\xFF", 3))); // the thumbnail
+            QCOMPARE(bytes.mid(4 + length, 2), QByteArray("\xFF\xE0", 2));
+        }
+    }
+
+    void uprightFramesAreStoredTurned()
+    {
+        int right = 0;
+        int left = 0;
+        for (const auto &file : jpegs()) {
+            const QImageReader reader(file);
+            QCOMPARE(reader.size(), QSize(240, 160));
+            right += reader.transformation() == QImageIOHandler::TransformationRotate90;
+            left += reader.transformation() == QImageIOHandler::TransformationRotate270;
+        }
+
+        QCOMPARE(right, 2);
+        QCOMPARE(left, 4);
+    }
+
+    void rawFilesAreTiffStructuresOfThreeImages()
+    {
+        int count = 0;
+        for (const auto &item : m_manifest.items) {
+            if (!item.files.constFirst().endsWith(u".DNG"_s)) {
+                continue;
+            }
+            ++count;
+            const QByteArray bytes = contents(m_folder.filePath(item.files.constFirst()));
+            QCOMPARE(bytes.left(4), QByteArray("II*\0", 4));
+            QVERIFY(bytes.contains("Fujifilm X-T5"));
+            QVERIFY(bytes.size() > 240 * 160); // one byte for every place of the sensor
+        }
+        QVERIFY(count > 0);
+    }
+
+    void fileTimesAreCaptureTimes()
+    {
+        for (const auto &item : m_manifest.items) {
+            const QFileInfo info(m_folder.filePath(item.files.constLast()));
+
+            QCOMPARE(info.lastModified().toUTC().toString(Qt::ISODate), item.captured);
+        }
+    }
+
+    void theSameSeedGivesTheSameCardAndAnotherSeedAnother()
+    {
+        QTemporaryDir again;
+        QTemporaryDir other;
+        auto options = small;
+        QVERIFY(SampleCard::make(again.path().toStdString(), options));
+        options.seed = 2;
+        QVERIFY(SampleCard::make(other.path().toStdString(), options));
+
+        QCOMPARE(digest(again.path()), digest(m_folder.path()));
+        QVERIFY(digest(other.path()) != digest(m_folder.path()));
+    }
+
+    void theClipIsMadeOrItsAbsenceIsExplained()
+    {
+        QTemporaryDir folder;
+        auto options = small;
+        options.clip = true;
+
+        const auto manifest = SampleCard::make(folder.path().toStdString(), options);
+
+        QVERIFY(manifest);
+        const bool hasClip = manifest->items.size() == m_manifest.items.size() + 1;
+        QCOMPARE(hasClip, manifest->notes.isEmpty());
+        QCOMPARE(hasClip, !QStandardPaths::findExecutable(u"ffmpeg"_s).isEmpty());
+        if (hasClip) {
+            const auto &clip = manifest->items.constLast(); // dated today, after all photographs
+            QVERIFY(clip.id.endsWith(u".MOV#video"_s));
+            QCOMPARE(contents(folder.filePath(clip.files.constFirst())).mid(4, 4), "ftyp"_ba);
+        }
+    }
+
+    void withoutFfmpegTheCardIsMadeWithoutAClip()
+    {
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", "/nowhere");
+        QTemporaryDir folder;
+        auto options = small;
+        options.clip = true;
+
+        const auto manifest = SampleCard::make(folder.path().toStdString(), options);
+        qputenv("PATH", path);
+
+        QVERIFY(manifest);
+        QCOMPARE(manifest->items.size(), m_manifest.items.size());
+        QCOMPARE(manifest->notes, QStringList{u"The clip is left out: ffmpeg is not installed."_s});
+    }
+
+    void aCardThatCannotBeWrittenIsReported()
+    {
+        QVERIFY(!SampleCard::make("/proc/nowhere", small));
+    }
+
+private:
+    [[nodiscard]] std::filesystem::path root() const { return m_folder.path().toStdString(); }
+
+    [[nodiscard]] QStringList jpegs() const
+    {
+        QStringList result;
+        for (const auto &item : m_manifest.items) {
+            result.append(m_folder.filePath(item.files.constLast()));
+        }
+        return result;
+    }
+
+    static QByteArray contents(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    static QStringList filesBelow(const QString &folder)
+    {
+        QStringList result;
+        QDirIterator walk(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (walk.hasNext()) {
+            result.append(QDir(folder).relativeFilePath(walk.next()));
+        }
+        result.sort();
+        return result;
+    }
+
+    static QByteArray digest(const QString &folder)
+    {
+        QCryptographicHash hash(QCryptographicHash::Sha256);
+        for (const auto &file : filesBelow(folder)) {
+            hash.addData(file.toUtf8());
+            hash.addData(contents(folder + u'/' + file));
+        }
+        return hash.result();
+    }
+
+    QTemporaryDir m_folder;
+    CardManifest m_manifest;
+};
+
+QTEST_GUILESS_MAIN(SampleCardTest)
+#include "SampleCardTest.moc"

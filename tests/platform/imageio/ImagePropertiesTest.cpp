@@ -1,0 +1,279 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/imageio/ImageSource.h"
+#include "tests/support/PictureBytes.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using namespace PictureBytes;
+
+namespace {
+
+qsizetype openDescriptors()
+{
+    return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System).size();
+}
+
+} // namespace
+
+class ImagePropertiesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whatIsNoRegularFileIsNotOpened()
+    {
+        const auto fifo = m_folder / "fifo.jpg";
+        QCOMPARE(::mkfifo(fifo.c_str(), 0600), 0);
+
+        QVERIFY(!ImageSource::open(fifo)); // and does not wait for a writer
+        QVERIFY(!ImageSource::open(m_folder));
+        QVERIFY(!ImageSource::open(m_folder / "gone.jpg"));
+        QVERIFY(!ImageSource::open("/dev/zero"));
+    }
+
+    void theContentTellsTheKindNotTheName()
+    {
+        QCOMPARE(propertiesOf(jpeg(corners({30, 20})), "named.RAF"),
+                 (PropertyDictionary{{u"PixelWidth"_s, 30LL}, {u"PixelHeight"_s, 20LL}}));
+    }
+
+    void noPictureHasNoProperties()
+    {
+        QVERIFY(!read("No picture.", "text.jpg"));
+        QVERIFY(!read("", "empty.jpg"));
+        QVERIFY(!read(QByteArray(100'000, '\0'), "zeros.jpg"));
+        QVERIFY(!read("II*", "short.tif"));
+        QVERIFY(!read(QByteArray("\xff\xd8\xff", 3), "start.jpg"));
+    }
+
+    void typesArePassedOnAsTheFileHasThem()
+    {
+        const auto exif = exifOf({fraction(0x829a, 1, 250), shorts(0x829d, {4}),
+                                  longs(0x8827, {400}), shorts(0x9214, {1, 2})});
+
+        QCOMPARE(exif.value(u"ExposureTime"_s), QVariant(0.004));
+        QCOMPARE(exif.value(u"FNumber"_s), QVariant(4LL));
+        QCOMPARE(exif.value(u"ISOSpeedRatings"_s), QVariant(QVariantList{400LL}));
+        QCOMPARE(exif.value(u"SubjectArea"_s), QVariant(QVariantList{1LL, 2LL}));
+    }
+
+    void aFractionOverZeroIsAbsent()
+    {
+        QVERIFY(!exifOf({fraction(0x829a, 1, 0)}).contains(u"ExposureTime"_s));
+    }
+
+    void aTextEndsWithItsFirstNul()
+    {
+        QCOMPARE(exifOf({text(0xa434, QByteArray("XF35\0junk", 9))}).value(u"LensModel"_s),
+                 QVariant(u"XF35"_s));
+    }
+
+    void bothByteOrdersAreRead()
+    {
+        const auto block = exifBlock({shorts(0x0112, {8}, Order::Big)},
+                                     {fraction(0x829d, 28, 10, Order::Big)}, {}, Order::Big);
+
+        const auto properties = propertiesOf(withExif(jpeg(corners({8, 8})), block), "big.jpg");
+
+        QCOMPARE(integerValue(properties, u"Orientation"_s), std::optional<qint64>(8));
+        QCOMPARE(properties.value(u"{Exif}"_s).toMap().value(u"FNumber"_s), QVariant(2.8));
+    }
+
+    void everyTagOfFujifilmHasItsName()
+    {
+        const auto note = fujiNote({
+            shorts(0x1003, {0x500}),
+            signedLongs(0x100a, {40, -60}),
+            signedLongs(0x1040, {-16}),
+            signedLongs(0x1041, {32}),
+            signedLongs(0x1047, {0x20}),
+            signedLongs(0x1048, {0x40}),
+            shorts(0x104c, {0x10}),
+            signedLongs(0x104e, {0x20}),
+            shorts(0x1401, {0x600}),
+            shorts(0x1402, {1}),
+            shorts(0x1403, {400}),
+        });
+        const auto block = exifBlock({}, {opaque(0x927c, note)}, {}, Order::Little);
+
+        const auto properties = propertiesOf(withExif(jpeg(corners({8, 8})), block), "fuji.jpg");
+
+        const PropertyDictionary expected = {
+            {u"Saturation"_s, 0x500LL},
+            {u"WhiteBalanceFineTune"_s, QVariantList{40LL, -60LL}},
+            {u"ShadowTone"_s, -16LL},
+            {u"HighlightTone"_s, 32LL},
+            {u"GrainEffectRoughness"_s, 0x20LL},
+            {u"ColorChromeEffect"_s, 0x40LL},
+            {u"GrainEffectSize"_s, 0x10LL},
+            {u"ColorChromeFXBlue"_s, 0x20LL},
+            {u"FilmMode"_s, 0x600LL},
+            {u"DynamicRangeSetting"_s, 1LL},
+            {u"DevelopmentDynamicRange"_s, 400LL},
+        };
+        QCOMPARE(properties.value(u"{MakerFuji}"_s).toMap(), expected);
+    }
+
+    void anotherMakersNoteIsNoFujifilmNote()
+    {
+        const auto block = exifBlock({}, {opaque(0x927c, QByteArray("Nikon\0\2\0\0\0", 10))});
+
+        QVERIFY(!propertiesOf(withExif(jpeg(corners({8, 8})), block), "nikon.jpg")
+                     .contains(u"{MakerFuji}"_s));
+    }
+
+    void theSizeIsFoundBehindLargeSegments()
+    {
+        auto stream = jpeg(corners({30, 20}));
+        for (int segment = 0; segment < 5; ++segment) {
+            stream = withSegment(stream, 0xe5, QByteArray(65'000, 'x'));
+        }
+
+        const auto properties = propertiesOf(stream, "far.jpg");
+
+        QCOMPARE(integerValue(properties, u"PixelWidth"_s), std::optional<qint64>(30));
+        QCOMPARE(integerValue(properties, u"PixelHeight"_s), std::optional<qint64>(20));
+    }
+
+    void aRafHasTheSensorsSizeAndTheJpegsSettings()
+    {
+        const auto block = exifBlock({shorts(0x0112, {6})}, {fraction(0x829d, 28, 10)});
+        const auto file = raf(withExif(jpeg(corners({30, 20})), block), {6240, 4160});
+
+        const auto properties = propertiesOf(file, "shot.raf");
+
+        QCOMPARE(integerValue(properties, u"PixelWidth"_s), std::optional<qint64>(6240));
+        QCOMPARE(integerValue(properties, u"PixelHeight"_s), std::optional<qint64>(4160));
+        QCOMPARE(integerValue(properties, u"Orientation"_s), std::optional<qint64>(6));
+        QCOMPARE(properties.value(u"{Exif}"_s).toMap().value(u"FNumber"_s), QVariant(2.8));
+    }
+
+    void aRawFileBelowAPreviewHasTheSensorsSize()
+    {
+        const auto sensor =
+            directory({longs(0x00fe, {0}), longs(0x0100, {6000}), longs(0x0101, {4000})}, 8, 0);
+        const auto mainAt = static_cast<quint32>(8 + sensor.size());
+        const auto file = "II" + number(42, 2) + number(mainAt, 4) + sensor +
+                          directory({longs(0x00fe, {1}), longs(0x0100, {160}), longs(0x0101, {120}),
+                                     longs(0x014a, {8})},
+                                    mainAt, 0);
+
+        const auto properties = propertiesOf(file, "shot.nef");
+
+        QCOMPARE(integerValue(properties, u"PixelWidth"_s), std::optional<qint64>(6000));
+        QCOMPARE(integerValue(properties, u"PixelHeight"_s), std::optional<qint64>(4000));
+    }
+
+    void everyTruncationIsSurvived()
+    {
+        const auto note = fujiNote({shorts(0x1401, {0x600})});
+        const auto block = exifBlock({shorts(0x0112, {6})}, {opaque(0x927c, note)});
+        const auto file = raf(withExif(jpeg(corners({16, 16})), block), {100, 80});
+
+        for (qsizetype length = 0; length < file.size(); ++length) {
+            const auto properties = read(file.first(length), "cut.raf");
+            QVERIFY(!properties || properties->size() <= 5);
+        }
+    }
+
+    void everyDamagedByteIsSurvived()
+    {
+        const auto note = fujiNote({signedLongs(0x100a, {40, -60})});
+        const auto block =
+            exifBlock({shorts(0x0112, {6})}, {fraction(0x829a, 1, 250), opaque(0x927c, note)});
+        const auto file = withExif(jpeg(corners({16, 16})), block);
+
+        for (qsizetype at = 0; at < 400; ++at) {
+            for (const char value : {'\0', '\x7f', '\xff'}) {
+                auto damaged = file;
+                damaged[at] = value;
+                const auto properties = read(damaged, "damaged.jpg");
+                QVERIFY(!properties || properties->size() <= 5);
+            }
+        }
+    }
+
+    void directoriesThatLeadInACircleEnd()
+    {
+        auto block = exifBlock({longs(0x8769, {8}), longs(0x014a, {8})}, {});
+        block += directory({longs(0x8769, {8})}, 0, 8);
+
+        QVERIFY(read(block, "circle.tif"));
+    }
+
+    void noDescriptorStaysOpen()
+    {
+        write(m_folder / "plain.jpg", jpeg(corners({8, 8})));
+        const auto before = openDescriptors();
+
+        for (int time = 0; time < 20; ++time) {
+            const auto source = ImageSource::open(m_folder / "plain.jpg");
+            QVERIFY(source->properties());
+            QVERIFY(!source->image(std::nullopt).isNull());
+        }
+
+        QCOMPARE(openDescriptors(), before);
+    }
+
+    void severalThreadsReadAtOnce()
+    {
+        const auto note = fujiNote({shorts(0x1401, {0x600})});
+        const auto block = exifBlock({shorts(0x0112, {6})}, {opaque(0x927c, note)});
+        const auto path = m_folder / "shared.jpg";
+        write(path, withExif(jpeg(corners({300, 200})), block));
+        const auto expected = ImageSource::open(path)->properties();
+        const auto picture = ImageSource::open(path)->image(100);
+        std::atomic_int different = 0;
+
+        std::vector<std::thread> threads;
+        for (int thread = 0; thread < 8; ++thread) {
+            threads.emplace_back([&] {
+                for (int time = 0; time < 25; ++time) {
+                    const auto source = ImageSource::open(path);
+                    different += source->properties() != expected;
+                    different += source->image(100) != picture;
+                }
+            });
+        }
+        for (auto &thread : threads) {
+            thread.join();
+        }
+
+        QCOMPARE(different, 0);
+    }
+
+private:
+    std::optional<PropertyDictionary> read(const QByteArray &bytes, const char *name) const
+    {
+        write(m_folder / name, bytes);
+        const auto source = ImageSource::open(m_folder / name);
+        return source ? source->properties() : std::nullopt;
+    }
+
+    PropertyDictionary propertiesOf(const QByteArray &bytes, const char *name) const
+    {
+        return read(bytes, name).value_or(PropertyDictionary{{u"none"_s, true}});
+    }
+
+    PropertyDictionary exifOf(const QList<Field> &fields) const
+    {
+        const auto stream = withExif(jpeg(corners({8, 8})), exifBlock({}, fields));
+        return propertiesOf(stream, "exif.jpg").value(u"{Exif}"_s).toMap();
+    }
+
+    QTemporaryDir m_directory;
+    std::filesystem::path m_folder = m_directory.path().toStdString();
+};
+
+QTEST_GUILESS_MAIN(ImagePropertiesTest)
+#include "ImagePropertiesTest.moc"

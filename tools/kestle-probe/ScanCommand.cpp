@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tools/kestle-probe/ScanCommand.h"
+
+#include "core/card/CardScanner.h"
+#include "core/metadata/ExifReader.h"
+#include "platform/files/PosixFileManager.h"
+
+#include <QCoroTask>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QThreadPool>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+using Location = std::filesystem::path;
+
+static QJsonValue textBelow(const std::optional<Location> &file, const Location &card)
+{
+    if (!file) {
+        return QJsonValue::Null;
+    }
+    return QString::fromStdString(file->lexically_relative(card).native());
+}
+
+static QJsonObject described(const MediaItem &item, const Location &card)
+{
+    QJsonValue date = QJsonValue::Null;
+    if (item.captureDate) {
+        date = double(item.captureDate->toMSecsSinceEpoch()) / 1000;
+    }
+    return {
+        {u"id"_s, item.id},
+        {u"kind"_s, rawValue(item.kind)},
+        {u"raw"_s, textBelow(item.rawURL, card)},
+        {u"preview"_s, textBelow(item.previewURL, card)},
+        {u"video"_s, textBelow(item.videoURL, card)},
+        {u"captureDate"_s, date},
+    };
+}
+
+ExitStatus scanCommand(const QStringList &arguments)
+{
+    if (arguments.size() != 1) {
+        return BadUsage;
+    }
+    const Location card(arguments.first().toStdString());
+    const auto files = std::make_shared<PosixFileManager>();
+    QThreadPool pool;
+    const auto scanned = QCoro::waitFor(
+        CardScanner::scanDetached(&pool, card, files, std::make_shared<ExifReader>()));
+
+    QJsonArray enumeration;
+    for (const auto &file : CardScanner::listFiles(card, *files)) {
+        enumeration.append(textBelow(file, card));
+    }
+    QJsonArray items;
+    for (const auto &item : scanned) {
+        items.append(described(item, card));
+    }
+    const QJsonObject scan = {{u"enumeration"_s, enumeration}, {u"items"_s, items}};
+    std::fputs(QJsonDocument(scan).toJson().constData(), stdout);
+    return Success;
+}
