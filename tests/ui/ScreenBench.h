@@ -54,8 +54,9 @@ public:
         pictures.thumbnailsAreHeld = false;
     }
 
-    /// A folder that looks like a card with the files named, 100 bytes each, mounted.
-    std::filesystem::path mountCard(const std::string &name, const std::vector<std::string> &shots)
+    /// A folder that looks like a card with the files named, 100 bytes each; not mounted.
+    std::filesystem::path mountLater(const std::string &name,
+                                     const std::vector<std::string> &shots) const
     {
         const auto root = m_root / name;
         std::filesystem::create_directories(root);
@@ -64,6 +65,12 @@ public:
             std::filesystem::create_directories(file.parent_path());
             std::ofstream(file) << std::string(100, 'x');
         }
+        return root;
+    }
+
+    std::filesystem::path mountCard(const std::string &name, const std::vector<std::string> &shots)
+    {
+        const auto root = mountLater(name, shots);
         volumes.mount(root, QString::fromStdString("UUID-" + name), QString::fromStdString(name));
         return root;
     }

@@ -89,6 +89,10 @@ T.ComboBox {
         implicitHeight: Math.min(implicitContentHeight + 10, 300)
         padding: 5
 
+        // The keys are the list's as long as it is open, and nobody's afterwards.
+        onOpened: root.forceActiveFocus(Qt.PopupFocusReason)
+        onClosed: root.focus = false
+
         contentItem: ListView {
             clip: true
             implicitHeight: contentHeight

@@ -1,0 +1,137 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tests/ui/WindowBench.h"
+
+using namespace Qt::StringLiterals;
+
+class CardScreenTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void withoutACardItAsksForOne()
+    {
+        WindowBench bench;
+
+        QCOMPARE(bench.text(u"title"_s), u"Insert an SD card"_s);
+        QCOMPARE(bench.text(u"message"_s), u"Kestle is waiting for a volume with a DCIM folder."_s);
+        for (const auto &absent : {u"startButton"_s, u"grantButton"_s, u"picker"_s}) {
+            QVERIFY(!bench.find(absent));
+        }
+    }
+
+    void aCardThatIsReadyCanBeStartedByItsButton()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("CARD", ScreenBench::shots(2));
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        QCOMPARE(bench.text(u"startButton"_s), u"Start"_s);
+        QVERIFY(!bench.find(u"picker"_s));
+        QVERIFY(!bench.texts().contains(u"⇥ Tab to switch card"_s));
+
+        bench.click(u"startButton"_s);
+
+        QTRY_COMPARE(bench.appState.phase(), Phase::culling());
+    }
+
+    void aSessionThatIsThereIsResumed()
+    {
+        WindowBench bench;
+        bench.cull(ScreenBench::shots(2));
+
+        bench.key(Qt::Key_Escape);
+
+        QTRY_COMPARE(bench.text(u"startButton"_s), u"Resume"_s);
+        QCOMPARE(bench.text(u"message"_s), u"Session found — press ⏎ to resume"_s);
+    }
+
+    void aClosedCardAsksForAccess()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.access->closed.insert(bench.mountLater("CARD", ScreenBench::shots(1)));
+        bench.mountCard("CARD", {});
+        QTRY_COMPARE(bench.appState.phase(), Phase::needsAccess());
+
+        QCOMPARE(bench.text(u"grantButton"_s), u"Grant Access…"_s);
+        QCOMPARE(bench.text(u"message"_s),
+                 u"macOS requires a one-time permission to read this card."_s);
+        bench.click(u"grantButton"_s);
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+    }
+
+    void scanningShowsNoPickerEvenWithSeveralCards()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("ONE", ScreenBench::shots(2));
+        bench.mountCard("TWO", ScreenBench::shots(2));
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        QTRY_VERIFY(bench.find(u"picker"_s));
+        QVERIFY(bench.texts().contains(u"⇥ Tab to switch card"_s));
+        bench.files->scanIsHeld = true;
+
+        bench.key(Qt::Key_Return);
+
+        QTRY_VERIFY(bench.find(u"scanning"_s));
+        QVERIFY(bench.texts().contains(u"Scanning…"_s));
+        QVERIFY(!bench.find(u"picker"_s));
+        bench.letGo();
+        QTRY_COMPARE(bench.appState.phase(), Phase::culling());
+    }
+
+    void tabSwitchesCardsAndThePickerFollows()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("ONE", ScreenBench::shots(2));
+        bench.mountCard("TWO", ScreenBench::shots(2));
+        QTRY_COMPARE(bench.text(u"title"_s), u"ONE"_s);
+        QTRY_VERIFY(bench.find(u"cardPicker"_s));
+        QCOMPARE(bench.find(u"cardPicker"_s)->property("displayText").toString(), u"ONE"_s);
+
+        bench.key(Qt::Key_Tab);
+
+        QTRY_COMPARE(bench.text(u"title"_s), u"TWO"_s);
+        QTRY_COMPARE(bench.find(u"cardPicker"_s)->property("displayText").toString(), u"TWO"_s);
+        QVERIFY(bench.find(u"cardPicker"_s)->width() <= 260);
+    }
+
+    void anOpenPickerHasTheKeysAndChoosesACard()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("ONE", ScreenBench::shots(2));
+        bench.mountCard("TWO", ScreenBench::shots(2));
+        QTRY_COMPARE(bench.text(u"title"_s), u"ONE"_s);
+        QTRY_VERIFY(bench.find(u"cardPicker"_s));
+
+        bench.click(u"cardPicker"_s);
+        QTRY_VERIFY(bench.window->property("popupOpen").toBool());
+        QTest::qWait(50);
+        bench.key(Qt::Key_Down);
+        bench.key(Qt::Key_Return);
+
+        QTRY_COMPARE(bench.text(u"title"_s), u"TWO"_s);
+        QCOMPARE(bench.appState.phase(), Phase::cardReady(false));
+    }
+
+    void anEmptyCardSaysWhatCanBeRead()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("CARD", {"NOTES.TXT"});
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+
+        bench.key(Qt::Key_Return);
+
+        QTRY_COMPARE(bench.appState.phase(), Phase::noMedia());
+        QCOMPARE(bench.text(u"message"_s), u"No photos or videos found on this card."_s);
+        QVERIFY(bench.find(u"formats"_s));
+        QVERIFY(bench.find(u"formats"_s)->width() <= 380);
+    }
+};
+
+QTEST_MAIN(CardScreenTest)
+#include "CardScreenTest.moc"
