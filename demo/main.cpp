@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Kestle contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "demo/SampleVolume.h"
+#include "demo/CardPacedFileManager.h"
+#include "demo/SampleVolumes.h"
 #include "demo/card/SampleCard.h"
 #include "ui/shell/KestleApp.h"
 
@@ -27,7 +28,8 @@ bool describe(const CardManifest &manifest, const QString &folder)
 }
 
 /// Draws the card and puts it in when it is ready. Blocks.
-void makeCard(const QString &folder, bool isKept, SampleVolume *volume)
+void makeCard(const QString &folder, bool isKept, const QString &secondFolder,
+              SampleVolumes *volumes)
 {
     const auto manifest = SampleCard::make(folder.toStdString());
     if (!manifest || (isKept && !describe(*manifest, folder))) {
@@ -39,7 +41,9 @@ void makeCard(const QString &folder, bool isKept, SampleVolume *volume)
     for (const auto &note : manifest->notes) {
         std::fprintf(stderr, "%s\n", qPrintable(note));
     }
-    QMetaObject::invokeMethod(volume, [volume, folder] { volume->mount(folder.toStdString()); });
+    QMetaObject::invokeMethod(volumes, [volumes, folder, secondFolder] {
+        volumes->mount(folder.toStdString(), secondFolder.toStdString());
+    });
 }
 
 } // namespace
@@ -56,21 +60,28 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.addOption(
         {u"card"_s, u"Make the card in this folder and leave it there."_s, u"folder"_s});
+    parser.addOption({u"second-card"_s, u"Offer this folder as a second card."_s, u"folder"_s});
+    parser.addOption({u"card-pace"_s, u"List and remove no faster than a slow card."_s});
     parser.process(application);
 
     const QTemporaryDir temporary;
     const bool isKept = parser.isSet(u"card"_s);
     const QString folder = isKept ? parser.value(u"card"_s) : temporary.filePath(u"card"_s);
 
-    auto sample = std::make_unique<SampleVolume>();
-    auto *const volume = sample.get();
-    std::vector<std::unique_ptr<MountedVolumes>> more;
-    more.push_back(std::move(sample));
-    KestleApp kestle(std::move(more));
+    auto samples = std::make_unique<SampleVolumes>();
+    auto *const volumes = samples.get();
+    KestleApp::Extras extras;
+    extras.moreVolumes.push_back(std::move(samples));
+    if (parser.isSet(u"card-pace"_s)) {
+        extras.fileManager = std::make_shared<CardPacedFileManager>();
+    }
+    KestleApp kestle(std::move(extras));
     if (!kestle.show()) {
         return 1;
     }
     QThreadPool maker; // waited for before the card's folder and the volume go
-    maker.start([folder, isKept, volume] { makeCard(folder, isKept, volume); });
+    maker.start([folder, isKept, secondFolder = parser.value(u"second-card"_s), volumes] {
+        makeCard(folder, isKept, secondFolder, volumes);
+    });
     return QGuiApplication::exec();
 }

@@ -6,7 +6,7 @@
 #include "platform/files/FileManager.h"
 
 /// The file manager of the running system.
-class PosixFileManager final : public FileManager {
+class PosixFileManager : public FileManager {
 public:
     [[nodiscard]] std::vector<std::filesystem::path>
     regularFilesBelow(const std::filesystem::path &folder) const override;

@@ -39,20 +39,22 @@ static DecodePipeline::Decoders decoders()
     return {.picture = pictureOf, .videoFrame = frameOf};
 }
 
-KestleApp::KestleApp(std::vector<std::unique_ptr<MountedVolumes>> moreVolumes)
-    : m_volumes(withDesktopVolumes(std::move(moreVolumes)))
+KestleApp::KestleApp(Extras extras)
+    : m_volumes(withDesktopVolumes(std::move(extras.moreVolumes)))
     , m_defaults(UserDefaults::standardFile())
     , m_pipeline(decoders())
-    , m_appState(services())
+    , m_appState(services(std::move(extras.fileManager)))
     , m_keyHandler(m_appState)
     , m_menuCommands(m_appState, m_keyHandler)
     , m_keyMonitor(keyAnswers())
 {
 }
 
-AppState::Services KestleApp::services()
+AppState::Services KestleApp::services(std::shared_ptr<FileManager> fileManager)
 {
-    auto fileManager = std::make_shared<PosixFileManager>();
+    if (!fileManager) {
+        fileManager = std::make_shared<PosixFileManager>();
+    }
     return {.volumes = &m_volumes,
             .access = std::make_shared<DirectAccess>(fileManager, m_defaults),
             .fileManager = fileManager,

@@ -6,6 +6,7 @@
 #include "app/AppState.h"
 #include "app/KeyHandler.h"
 #include "app/MenuCommands.h"
+#include "platform/files/FileManager.h"
 #include "platform/settings/UserDefaults.h"
 #include "ui/shell/JoinedVolumes.h"
 #include "ui/shell/KeyMonitor.h"
@@ -18,8 +19,15 @@
 /// the QGuiApplication, whose name and style it sets.
 class KestleApp {
 public:
-    /// @p moreVolumes are offered as cards besides the desktop's own.
-    explicit KestleApp(std::vector<std::unique_ptr<MountedVolumes>> moreVolumes = {});
+    /// What may be other than usual.
+    struct Extras {
+        /// Offered as cards besides the desktop's own.
+        std::vector<std::unique_ptr<MountedVolumes>> moreVolumes;
+        /// In place of the system's.
+        std::shared_ptr<FileManager> fileManager;
+    };
+
+    explicit KestleApp(Extras extras = {});
     KestleApp(const KestleApp &) = delete;
     KestleApp &operator=(const KestleApp &) = delete;
 
@@ -31,7 +39,7 @@ public:
     [[nodiscard]] QQuickWindow *window() const { return m_window; }
 
 private:
-    [[nodiscard]] AppState::Services services();
+    [[nodiscard]] AppState::Services services(std::shared_ptr<FileManager> fileManager);
     [[nodiscard]] KeyMonitor::Answers keyAnswers();
     [[nodiscard]] int screenMaxPixelOfWindow() const;
 

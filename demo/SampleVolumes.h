@@ -5,20 +5,20 @@
 
 #include "platform/volumes/MountedVolumes.h"
 
-/// The folder of a sample card, offered as if it were a card in a reader.
-class SampleVolume final : public MountedVolumes {
+/// Folders offered as if they were cards in a reader.
+class SampleVolumes final : public MountedVolumes {
     Q_OBJECT
 
 public:
-    SampleVolume()
+    SampleVolumes()
         : MountedVolumes(nullptr)
     {
     }
 
     [[nodiscard]] QList<MountedVolume> volumes() const override { return m_volumes; }
 
-    /// Puts the card in.
-    void mount(const std::filesystem::path &folder);
+    /// Puts in the sample card in @p folder and, where it is not empty, a second one.
+    void mount(const std::filesystem::path &folder, const std::filesystem::path &secondFolder);
 
 private:
     QList<MountedVolume> m_volumes;
