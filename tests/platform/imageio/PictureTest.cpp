@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/imageio/ImageSource.h"
+#include "tests/support/AccessTime.h"
 #include "tests/support/PictureBytes.h"
 
 #include <QColorSpace>
@@ -249,6 +250,35 @@ private Q_SLOTS:
         QCOMPARE(decode(jpeg(corners({30, 20})), whole, "named.RAF").size(), QSize(30, 20));
         QCOMPARE(decode(raf(jpeg(corners({30, 20})), {30, 20}), whole, "named.JPG").size(),
                  QSize(30, 20));
+    }
+
+    void theAccessTimeStaysAsItIs_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<bool>("isPicture");
+
+        QTest::newRow("JPEG") << jpeg(corners({64, 48})) << true;
+        QTest::newRow("RAW with a picture") << rawFile(6) << true;
+        QTest::newRow("RAW that LibRaw is asked about")
+            << exifBlock({longs(0x00fe, {0}), shorts(0x0106, {32803})}, {}) << false;
+    }
+
+    void theAccessTimeStaysAsItIs()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(bool, isPicture);
+        const auto path = m_folder / "accessed";
+        write(path, file);
+        if (!AccessTime::changesOnReading(path)) {
+            QSKIP("the file system keeps no access times");
+        }
+        AccessTime::makeOld(path);
+
+        const auto source = ImageSource::open(path);
+        QCOMPARE(!source->image(100).isNull(), isPicture);
+        (void)source->properties();
+
+        QVERIFY(AccessTime::isOld(path));
     }
 
     void aCutPictureShowsWhatThereIs()
