@@ -52,11 +52,11 @@ bool isPackage(std::string_view name)
 }
 
 /// Opens a subfolder for reading, without touching its access time where that is allowed.
-FileDescriptor openFolder(int parent, const char *name)
+FileDescriptor openFolder(int parent, const char *name, int flags = folderFlags)
 {
-    FileDescriptor folder(::openat(parent, name, folderFlags | O_NOATIME));
+    FileDescriptor folder(::openat(parent, name, flags | O_NOATIME));
     if (!folder.isOpen() && errno == EPERM) {
-        folder = FileDescriptor(::openat(parent, name, folderFlags));
+        folder = FileDescriptor(::openat(parent, name, flags));
     }
     return folder;
 }
@@ -135,10 +135,12 @@ PosixFileManager::kindOf(const std::filesystem::path &path) const
 
 bool PosixFileManager::isListable(const std::filesystem::path &folder) const
 {
-    const Directory directory(::opendir(folder.c_str()));
+    auto descriptor = openFolder(AT_FDCWD, folder.c_str(), folderFlags & ~O_NOFOLLOW);
+    const Directory directory(descriptor.isOpen() ? ::fdopendir(descriptor.number()) : nullptr);
     if (!directory) {
         return false;
     }
+    (void)descriptor.release(); // the directory stream closes it from here on
     errno = 0;
     return ::readdir(directory.get()) != nullptr || errno == 0;
 }

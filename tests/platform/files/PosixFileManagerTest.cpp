@@ -3,6 +3,7 @@
 
 #include "platform/files/PosixFileManager.h"
 #include "platform/files/CreationDate.h"
+#include "tests/support/AccessTime.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -124,6 +125,22 @@ private Q_SLOTS:
         QVERIFY(m_files.isListable(m_root / "empty"));
         QVERIFY(!m_files.isListable(m_root / "folder/file"));
         QVERIFY(!m_files.isListable(m_root / "missing"));
+        fs::create_directory_symlink(m_root / "folder", m_root / "link");
+        QVERIFY(m_files.isListable(m_root / "link"));
+    }
+
+    void listingLeavesTheAccessTimeAsItIs()
+    {
+        add("folder/file");
+        if (!AccessTime::changesOnReading(m_root / "folder")) {
+            QSKIP("the file system keeps no access times");
+        }
+        AccessTime::makeOld(m_root / "folder");
+
+        QVERIFY(m_files.isListable(m_root / "folder"));
+        QVERIFY(AccessTime::isOld(m_root / "folder"));
+        QCOMPARE(listed(), std::vector<std::string>{"folder/file"});
+        QVERIFY(AccessTime::isOld(m_root / "folder"));
     }
 
     void resolvesLinksDotsAndTrailingSeparators()
