@@ -158,6 +158,34 @@ private Q_SLOTS:
         QCOMPARE(properties.value(u"{Exif}"_s).toMap().value(u"FNumber"_s), QVariant(2.8));
     }
 
+    void anX3fHasTheSensorsSizeAndTheJpegsSettings_data()
+    {
+        QTest::addColumn<quint16>("version");
+        QTest::newRow("older cameras") << quint16{2};
+        QTest::newRow("newer cameras") << quint16{4};
+    }
+
+    void anX3fHasTheSensorsSizeAndTheJpegsSettings()
+    {
+        QFETCH(quint16, version);
+        const auto block = exifBlock({shorts(0x0112, {6})}, {fraction(0x829d, 28, 10)});
+        const auto file = x3f(withExif(jpeg(corners({30, 20})), block), {2640, 1760}, version);
+
+        const auto properties = propertiesOf(file, "shot.x3f");
+
+        QCOMPARE(integerValue(properties, u"PixelWidth"_s), std::optional<qint64>(2640));
+        QCOMPARE(integerValue(properties, u"PixelHeight"_s), std::optional<qint64>(1760));
+        QCOMPARE(integerValue(properties, u"Orientation"_s), std::optional<qint64>(6));
+        QCOMPARE(properties.value(u"{Exif}"_s).toMap().value(u"FNumber"_s), QVariant(2.8));
+    }
+
+    void anX3fThatWasCutHasNoProperties()
+    {
+        const auto file = x3f(jpeg(corners({30, 20})), {2640, 1760});
+
+        QVERIFY(!read(file.chopped(4), "cut.x3f"));
+    }
+
     void aRawFileBelowAPreviewHasTheSensorsSize()
     {
         const auto sensor =

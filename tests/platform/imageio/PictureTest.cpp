@@ -221,6 +221,15 @@ private Q_SLOTS:
         QCOMPARE(decode(file, 100).size(), QSize(100, 60));
     }
 
+    void anX3fShowsItsJpegTurnedOnce()
+    {
+        const auto image = decode(x3f(turned(corners({160, 96}), 6), {160, 96}), whole);
+
+        QCOMPARE(image.size(), QSize(96, 160));
+        QVERIFY(isClose(quarters(image).at(1), qRgb(255, 0, 0), 6));
+        QVERIFY(decode(x3f(jpeg(corners({160, 96})), {2640, 1760}), whole).isNull());
+    }
+
     void aRawFileShowsItsLargestJpeg()
     {
         const auto image = decode(rawFile(6), 2000);
