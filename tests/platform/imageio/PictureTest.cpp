@@ -230,6 +230,20 @@ private Q_SLOTS:
         QVERIFY(decode(x3f(jpeg(corners({160, 96})), {2640, 1760}), whole).isNull());
     }
 
+    void aJpegNeverPassesForTheWholeOfUnknownSize()
+    {
+        const auto picture = jpeg(corners({160, 96}));
+        constexpr quint32 pictureAt = 8;
+        const auto directoryAt = static_cast<quint32>(pictureAt + picture.size());
+        const auto file = "II" + number(42, 2) + number(directoryAt, 4) + picture +
+                          directory({longs(0x00fe, {1}), longs(0x0201, {pictureAt}),
+                                     longs(0x0202, {static_cast<qint32>(picture.size())})},
+                                    directoryAt, 0);
+
+        QVERIFY(decode(file, whole).isNull());
+        QCOMPARE(decode(file, 200).size(), QSize(160, 96));
+    }
+
     void aRawFileShowsItsLargestJpeg()
     {
         const auto image = decode(rawFile(6), 2000);
