@@ -233,10 +233,42 @@ private Q_SLOTS:
 
     void directoriesThatLeadInACircleEnd()
     {
-        auto block = exifBlock({longs(0x8769, {8}), longs(0x014a, {8})}, {});
-        block += directory({longs(0x8769, {8})}, 0, 8);
+        // Each of the two is the next and the one below of the other and of itself.
+        const QList<Field> fields = {longs(0x00fe, {1}), longs(0x014a, {8, 100, 8, 100}),
+                                     longs(0x8769, {8})};
+        const auto block = ("II" + number(42, 2) + number(8, 4) + directory(fields, 8, 100))
+                               .leftJustified(100, '\0') +
+                           directory(fields, 100, 8);
+        write(m_folder / "circle.tif", block);
+        const auto source = ImageSource::open(m_folder / "circle.tif");
 
-        QVERIFY(read(block, "circle.tif"));
+        QVERIFY(source->properties());
+        QVERIFY(source->image(256).isNull());
+        QVERIFY(source->image(std::nullopt).isNull());
+    }
+
+    void fillBytesAreNoSegments()
+    {
+        const auto stream = jpeg(corners({30, 20}));
+
+        QCOMPARE(propertiesOf(stream.first(2) + QByteArray(2000, '\xff') + stream.mid(2), "f.jpg"),
+                 propertiesOf(stream, "plain.jpg"));
+        QCOMPARE(propertiesOf(stream.first(2) + QByteArray("\xff\xe5\0\2zz", 6).repeated(900) +
+                                  QByteArray(60'000, '\xff') + stream.mid(2),
+                              "filled.jpg"),
+                 propertiesOf(stream, "plain.jpg"));
+    }
+
+    void fillBytesAndSegmentsWithoutEndAreGivenUp()
+    {
+        const auto stream = jpeg(corners({30, 20}));
+        const auto filled = [&stream](const QByteArray &filling) {
+            return stream.first(2) + filling + stream.mid(2);
+        };
+
+        QVERIFY(!read(filled(QByteArray(70'000, '\xff')), "filled.jpg"));
+        QVERIFY(!read(filled("\xff\xe5" + QByteArray(70'000, '\0')), "strayed.jpg"));
+        QVERIFY(!read(filled(QByteArray("\xff\xe5\0\2", 4).repeated(1001)), "many.jpg"));
     }
 
     void noDescriptorStaysOpen()
