@@ -4,6 +4,7 @@
 #include "platform/imageio/ImageSource.h"
 #include "tests/support/PictureBytes.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,6 +19,44 @@ using namespace Qt::StringLiterals;
 using namespace PictureBytes;
 
 namespace {
+
+QByteArray png(const QImage &image)
+{
+    QBuffer buffer;
+    image.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+/// Of a chunk's type and content (PNG, annex D).
+quint32 checksum(const QByteArray &bytes)
+{
+    quint32 sum = ~0U;
+    for (const char byte : bytes) {
+        sum ^= static_cast<uchar>(byte);
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = (sum & 1) != 0 ? 0xedb88320U ^ sum >> 1 : sum >> 1;
+        }
+    }
+    return ~sum;
+}
+
+/// A PNG picture with a packet of XMP whose namespace no other file has.
+QByteArray pngWithXmp(int number)
+{
+    const auto packet =
+        QByteArray(
+            "<x:xmpmeta xmlns:x='adobe:ns:meta/'>"
+            "<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'>"
+            "<rdf:Description rdf:about='' xmlns:own%='http://example.org/%/' own%:name='x'/>"
+            "</rdf:RDF></x:xmpmeta>")
+            .replace('%', QByteArray::number(number));
+    const auto chunk = QByteArray("iTXtXML:com.adobe.xmp\0\0\0\0\0", 26) + packet;
+    const auto length = static_cast<quint64>(chunk.size()) - 4;
+    constexpr qsizetype headerEnd = 33;
+    return png(corners({8, 8}))
+        .insert(headerEnd, PictureBytes::number(length, 4, Order::Big) + chunk +
+                               PictureBytes::number(checksum(chunk), 4, Order::Big));
+}
 
 qsizetype openDescriptors()
 {
@@ -310,6 +349,32 @@ private Q_SLOTS:
         }
 
         QCOMPARE(different, 0);
+    }
+
+    void severalThreadsRegisterNamespacesAtOnce()
+    {
+        constexpr int threadCount = 8;
+        constexpr int filesEach = 20;
+        for (int file = 0; file < threadCount * filesEach; ++file) {
+            write(m_folder / ("xmp" + std::to_string(file)), pngWithXmp(file));
+        }
+        std::atomic_int read = 0;
+
+        std::vector<std::thread> threads;
+        for (int thread = 0; thread < threadCount; ++thread) {
+            threads.emplace_back([&, thread] {
+                for (int file = thread; file < threadCount * filesEach; file += threadCount) {
+                    const auto path = m_folder / ("xmp" + std::to_string(file));
+                    const auto properties = ImageSource::open(path)->properties();
+                    read += properties && properties->value(u"PixelWidth"_s) == 8LL;
+                }
+            });
+        }
+        for (auto &thread : threads) {
+            thread.join();
+        }
+
+        QCOMPARE(read, threadCount * filesEach);
     }
 
 private:
