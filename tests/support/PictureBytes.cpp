@@ -193,6 +193,8 @@ QImage PictureBytes::corners(QSize size)
 
 void PictureBytes::write(const std::filesystem::path &path, const QByteArray &bytes)
 {
+    // Anew: some file systems flush a file that is cut to nothing and written again.
+    std::filesystem::remove(path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), bytes.size());
