@@ -201,9 +201,7 @@ void RemovalRun::syncFolders(size_t first, size_t end)
         const auto folder = m_openedFolders.at(target.folder) ? Location() : target.folder;
         auto outcome = synced.find(folder);
         if (outcome == synced.end()) {
-            const auto notOpened = m_openedFolders.at(folder);
-            outcome =
-                synced.emplace(folder, notOpened ? notOpened : m_card->syncFolder(folder)).first;
+            outcome = synced.emplace(folder, syncFolder(folder)).first;
         }
         if (outcome->second) {
             fail(target, outcome->second);
@@ -213,6 +211,18 @@ void RemovalRun::syncFolders(size_t first, size_t end)
     if (m_card) {
         m_card->closeFolders();
     }
+}
+
+/// A file system may tell of an error once, whosever it was, and have forgotten it when the next
+/// folder is synced: after the first error no yes counts.
+std::error_code RemovalRun::syncFolder(const Location &folder)
+{
+    const auto notOpened = m_openedFolders.at(folder);
+    const auto error = notOpened ? notOpened : m_card->syncFolder(folder);
+    if (!m_syncError) {
+        m_syncError = error;
+    }
+    return m_syncError;
 }
 
 /// The last word on the whole run: the card takes all of it, and is there when it has.

@@ -52,13 +52,15 @@ private:
     void failOrNotFound(Target &target, const std::error_code &error);
     [[nodiscard]] std::error_code proveAlive();
     void syncFolders(size_t first, size_t end);
+    [[nodiscard]] std::error_code syncFolder(const Location &folder);
     void syncCard();
 
     const std::vector<Location> &m_urls;
     const FileManager &m_fileManager;
     std::string m_rootPrefix; ///< the resolved path of the card, ending with a separator
     std::unique_ptr<HeldCard> m_card;
-    std::error_code m_death; ///< why the card does not count as there
+    std::error_code m_death;     ///< why the card does not count as there
+    std::error_code m_syncError; ///< the first of the run
     std::map<Location, Location> m_resolvedFolders;
     std::map<Location, std::error_code> m_openedFolders; ///< of the group in hand
     std::vector<Target> m_targets;

@@ -6,7 +6,8 @@
 # and nothing of the machine's own cards or programs shows inside.
 #
 #   lab_enclose "$@"        starts the script again in namespaces of its own; exits 77 where the lab
-#                           cannot be set up, with the reason
+#                           cannot be set up, with the reason. A script that needs only the card, no
+#                           desktop, names the commands it needs in $lab_commands beforehand.
 #   lab_start               buses and udisksd; sets $lab, a folder for everything
 #   lab_insert FOLDER       an exFAT card holding FOLDER's content, mounted: sets $lab_device and
 #                           $lab_mount
@@ -25,11 +26,10 @@ lab_enclose() {
     [[ -z ${KESTLE_CARD_LAB:-} ]] || return 0
     ((EUID == 0)) || lab_skip "needs root for loop devices and mounts"
     local command
-    for command in losetup mkfs.exfat mount.exfat-fuse udisksctl dbus-daemon udevadm gdbus \
-        unshare Xvfb openbox xdotool import convert jq; do
+    for command in losetup mkfs.exfat mount.exfat-fuse unshare ${lab_commands-udisksctl dbus-daemon \
+        udevadm gdbus Xvfb openbox xdotool import convert jq /usr/libexec/udisks2/udisksd}; do
         command -v "$command" >/dev/null || lab_skip "$command is not installed"
     done
-    [[ -x /usr/libexec/udisks2/udisksd ]] || lab_skip "udisksd is not installed"
     [[ -c /dev/fuse ]] || lab_skip "FUSE is not available"
     timeout 5 losetup -f >/dev/null 2>&1 || lab_skip "loop devices are not available"
     timeout 5 unshare -m -p -f --mount-proc true 2>/dev/null || lab_skip "namespaces are not available"

@@ -284,15 +284,29 @@ private Q_SLOTS:
     void theFilesOfAFolderThatDoesNotSyncAreFailuresInTheOrderGiven()
     {
         const Paths urls = {m_card->add("DCIM/A/1.JPG"), m_card->add("DCIM/B/1.JPG"),
-                            m_card->path("DCIM/A/gone.JPG"), m_card->add("DCIM/A/2.JPG")};
+                            m_card->path("DCIM/B/gone.JPG"), m_card->add("DCIM/A/2.JPG"),
+                            m_card->add("DCIM/B/2.JPG")};
+        m_files->syncErrors["DCIM/B"] = std::errc::io_error;
+
+        const auto result = run(urls);
+
+        const auto reason = textOf(std::errc::io_error);
+        QCOMPARE(result.deleted, (Paths{urls[0], urls[3]}));
+        QCOMPARE(result.failures, (std::vector<DeleteResult::Failure>{
+                                      {urls[1], reason}, {urls[2], reason}, {urls[4], reason}}));
+    }
+
+    void afterAFolderThatDoesNotSyncNoOtherIsBelieved()
+    {
+        const Paths urls = {m_card->add("DCIM/A/1.JPG"), m_card->add("DCIM/B/1.JPG")};
         m_files->syncErrors["DCIM/A"] = std::errc::io_error;
 
         const auto result = run(urls);
 
         const auto reason = textOf(std::errc::io_error);
-        QCOMPARE(result.deleted, Paths{urls[1]});
-        QCOMPARE(result.failures, (std::vector<DeleteResult::Failure>{
-                                      {urls[0], reason}, {urls[2], reason}, {urls[3], reason}}));
+        QCOMPARE(result.failures,
+                 (std::vector<DeleteResult::Failure>{{urls[0], reason}, {urls[1], reason}}));
+        QCOMPARE(m_files->synced, (Paths{"DCIM/A", "DCIM/B"}));
     }
 
     void aCardThatCannotTakeTheRunDeletesNothing()
