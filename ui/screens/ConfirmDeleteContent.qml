@@ -93,4 +93,11 @@ FocusScope {
             }
         }
     }
+
+    // The content outlives its closing, and with it the focus as the user left it.
+    onVisibleChanged: {
+        if (root.visible) {
+            cancel.focus = true;
+        }
+    }
 }

@@ -151,6 +151,40 @@ private Q_SLOTS:
         QCOMPARE(bench.appState.phase(), Phase::review());
     }
 
+    void everyOpeningFocusesCancel_data()
+    {
+        QTest::addColumn<bool>("byMouse");
+        QTest::newRow("cancelled by Escape") << false;
+        QTest::newRow("cancelled by a click") << true;
+    }
+
+    void everyOpeningFocusesCancel()
+    {
+        QFETCH(bool, byMouse);
+        WindowBench bench;
+        review(bench, 2);
+        bench.key(Qt::Key_Return);
+        QTRY_VERIFY(bench.find(u"cancelButton"_s));
+        bench.key(Qt::Key_Left);
+        QVERIFY(bench.find(u"confirmButton"_s)->hasActiveFocus());
+        if (byMouse) {
+            bench.click(u"cancelButton"_s);
+        } else {
+            bench.key(Qt::Key_Escape);
+        }
+        QTRY_VERIFY(!bench.find(u"cancelButton"_s));
+
+        bench.key(Qt::Key_Return);
+
+        QTRY_VERIFY(bench.find(u"cancelButton"_s));
+        QVERIFY(bench.find(u"cancelButton"_s)->hasActiveFocus());
+        QVERIFY(!bench.find(u"confirmButton"_s)->hasActiveFocus());
+        bench.key(Qt::Key_Return);
+        QTRY_VERIFY(!bench.find(u"cancelButton"_s));
+        QCOMPARE(bench.appState.phase(), Phase::review());
+        QVERIFY(bench.has("DSCF0001.JPG"));
+    }
+
     void leftRightAndTabMoveBetweenTheButtons_data()
     {
         QTest::addColumn<Qt::Key>("key");
