@@ -98,6 +98,24 @@ private Q_SLOTS:
         QVERIFY(bench.find(u"cardPicker"_s)->width() <= 260);
     }
 
+    void aCardsNameIsNeverTakenForMarkup()
+    {
+        const auto name = u"<img src='x'>"_s;
+        WindowBench bench;
+        bench.appState.start();
+        bench.volumes.mount(bench.mountLater("ONE", ScreenBench::shots(2)), u"1"_s, name);
+        bench.mountCard("TWO", ScreenBench::shots(2));
+        QTRY_COMPARE(bench.text(u"title"_s), name);
+        QTRY_VERIFY(bench.find(u"cardPicker"_s));
+
+        bench.click(u"cardPicker"_s);
+
+        QTRY_COMPARE(bench.itemsShowing(name).size(), 3); // title, picker, its list
+        for (const auto *item : bench.itemsShowing(name)) {
+            QCOMPARE(item->property("textFormat").toInt(), int(Qt::PlainText));
+        }
+    }
+
     void anOpenPickerHasTheKeysAndChoosesACard()
     {
         WindowBench bench;
