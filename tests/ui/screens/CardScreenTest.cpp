@@ -61,6 +61,34 @@ private Q_SLOTS:
         QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
     }
 
+    void theStepOfTheCardOpensNoCardThatCannotBeRead()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.access->closed.insert(bench.mountLater("CARD", ScreenBench::shots(1)));
+        bench.mountCard("CARD", {});
+        QTRY_COMPARE(bench.appState.phase(), Phase::needsAccess());
+
+        bench.click(u"cardStep"_s);
+
+        QCOMPARE(bench.appState.phase(), Phase::needsAccess());
+    }
+
+    void theStepOfTheCardEndsAScan()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("CARD", ScreenBench::shots(1));
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        bench.files->scanIsHeld = true;
+        bench.key(Qt::Key_Return);
+        QCOMPARE(bench.appState.phase(), Phase::scanning());
+
+        bench.click(u"cardStep"_s);
+
+        QCOMPARE(bench.appState.phase(), Phase::cardReady(false));
+    }
+
     void scanningShowsNoPickerEvenWithSeveralCards()
     {
         WindowBench bench;
