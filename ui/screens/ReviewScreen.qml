@@ -58,14 +58,13 @@ Item {
         objectName: "grid"
         anchors.top: title.bottom
         anchors.topMargin: 12
-        anchors.left: parent.left
-        anchors.leftMargin: 16
-        anchors.right: parent.right
-        anchors.rightMargin: 16 - gap
         anchors.bottom: footer.top
+        // Whole points, so that no column falls off the row through rounding; what is left over
+        // goes to both sides. Every cell has its gap at the right, also the last one.
+        x: Math.floor((root.width - width + gap) / 2)
+        width: columns * cellWidth
         visible: rejects.count > 0
-        // Whole points, so that no column falls off the row through rounding.
-        cellWidth: Math.floor(width / columns)
+        cellWidth: Math.floor((root.width - 32 + gap) / columns)
         cellHeight: Math.floor((cellWidth - gap) / 1.5) + gap
         clip: true
         boundsBehavior: Flickable.StopAtBounds
