@@ -28,6 +28,16 @@ void ThumbnailLoader::setItem(const MediaItem &item)
     Q_EMIT itemChanged();
 }
 
+void ThumbnailLoader::setLookedAt(bool lookedAt)
+{
+    if (m_isLookedAt == lookedAt) {
+        return;
+    }
+    m_isLookedAt = lookedAt;
+    restart();
+    Q_EMIT lookedAtChanged();
+}
+
 void ThumbnailLoader::restart()
 {
     ++m_generation;
@@ -42,7 +52,8 @@ QCoro::Task<> ThumbnailLoader::load(MediaItem item)
     const auto generation = m_generation;
     const QPointer self(this);
 
-    const QImage image = co_await m_appState->pipeline()->thumbnail(item);
+    const auto priority = m_isLookedAt ? DecodePipeline::Current : DecodePipeline::Visible;
+    const QImage image = co_await m_appState->pipeline()->thumbnail(item, priority);
 
     if (!self || generation != m_generation) {
         co_return;

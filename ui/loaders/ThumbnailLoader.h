@@ -16,6 +16,7 @@ class ThumbnailLoader : public QObject {
     Q_OBJECT
     Q_PROPERTY(AppState *appState READ appState WRITE setAppState NOTIFY appStateChanged REQUIRED)
     Q_PROPERTY(MediaItem item READ item WRITE setItem NOTIFY itemChanged REQUIRED)
+    Q_PROPERTY(bool lookedAt READ isLookedAt WRITE setLookedAt NOTIFY lookedAtChanged)
     Q_PROPERTY(QImage image READ image NOTIFY imageChanged)
     Q_PROPERTY(bool hasImage READ hasImage NOTIFY imageChanged)
     Q_PROPERTY(bool failed READ failed NOTIFY failedChanged)
@@ -31,6 +32,12 @@ public:
 
     void setItem(const MediaItem &item);
 
+    /// Whether it stands for the item that is looked at, and not for one among others: it then
+    /// comes first.
+    [[nodiscard]] bool isLookedAt() const { return m_isLookedAt; }
+
+    void setLookedAt(bool lookedAt);
+
     /// Null until it is there, and when there is none.
     [[nodiscard]] const QImage &image() const { return m_image; }
 
@@ -42,6 +49,7 @@ public:
 Q_SIGNALS:
     void appStateChanged();
     void itemChanged();
+    void lookedAtChanged();
     void imageChanged();
     void failedChanged();
 
@@ -52,6 +60,7 @@ private:
 
     QPointer<AppState> m_appState;
     MediaItem m_item;
+    bool m_isLookedAt = false;
     QImage m_image;
     bool m_failed = false;
     qint64 m_generation = 0;

@@ -18,6 +18,7 @@ Item {
 
         appState: root.appState
         item: root.item
+        lookedAt: true
     }
 
     FitImage {
