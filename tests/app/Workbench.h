@@ -91,6 +91,14 @@ public:
         QTRY_COMPARE(appState->phase(), Phase::culling());
     }
 
+    void rejectAll() const
+    {
+        for (const auto &item : appState->session()->items()) {
+            appState->session()->toggle(item.id);
+        }
+        appState->recordChange();
+    }
+
     bool press(quint16 keyCode) const { return keys->handleKey({.keyCode = keyCode}); }
 
     bool press(const QString &chars) const { return keys->handleKey({.chars = chars}); }
