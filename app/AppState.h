@@ -41,7 +41,6 @@ class AppState : public QObject {
     Q_PROPERTY(qint64 currentCardIndex READ currentCardIndex NOTIFY currentCardIndexChanged)
     Q_PROPERTY(bool canSwitchCards READ canSwitchCards NOTIFY canSwitchCardsChanged)
     Q_PROPERTY(bool hasSession READ hasSession NOTIFY sessionChanged)
-    Q_PROPERTY(DecodePipeline *pipeline READ pipeline CONSTANT)
     Q_PROPERTY(bool zoomed READ zoomed NOTIFY zoomedChanged)
     Q_PROPERTY(QSizeF zoomPan READ zoomPan WRITE setZoomPan NOTIFY zoomPanChanged)
     Q_PROPERTY(bool showExifBar READ showExifBar NOTIFY showExifBarChanged)
@@ -124,7 +123,7 @@ public:
 
     [[nodiscard]] UserDefaults *defaults() const { return m_services.defaults; }
 
-    [[nodiscard]] Q_INVOKABLE int screenMaxPixel() const { return m_services.screenMaxPixel(); }
+    [[nodiscard]] int screenMaxPixel() const { return m_services.screenMaxPixel(); }
 
     /// Whether the current photo is shown at 100 %.
     [[nodiscard]] bool zoomed() const { return m_now.zoomed; }

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <QMetaType>
-#include <QObject>
 #include <QString>
 
 #include <filesystem>
@@ -13,11 +11,6 @@ class MountedVolumes;
 
 /// A volume that could be a card.
 struct CardInfo {
-    Q_GADGET
-    Q_PROPERTY(QString volumeUUID MEMBER volumeUUID CONSTANT)
-    Q_PROPERTY(QString name MEMBER name CONSTANT)
-
-public:
     std::filesystem::path volumeURL = {}; ///< the mount point
     QString volumeUUID = {};
     QString name = {};
@@ -29,5 +22,3 @@ public:
     [[nodiscard]] static CardInfo of(const MountedVolumes &volumes,
                                      const std::filesystem::path &volumeURL);
 };
-
-Q_DECLARE_METATYPE(CardInfo)

@@ -55,6 +55,8 @@ struct ImageForQml {
     QML_VALUE_TYPE(image)
 };
 
+/// Counts are of 64 bits, which QML of Qt 6.4 has no name for: without one, qmllint takes every
+/// property of that type for unknown.
 struct IntegerForQml {
     Q_GADGET
     QML_FOREIGN(qlonglong)
