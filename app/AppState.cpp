@@ -37,9 +37,16 @@ AppState::~AppState()
 
 // What is observed
 
+qint64 AppState::Observed::indexOf(const CardInfo &wanted) const
+{
+    const auto found = std::ranges::find_if(
+        availableCards, [&](const CardInfo &other) { return isSameVolume(other, wanted); });
+    return found != availableCards.end() ? found - availableCards.begin() : -1;
+}
+
 qint64 AppState::Observed::currentCardIndex() const
 {
-    return card ? availableCards.indexOf(*card) : -1;
+    return card ? indexOf(*card) : -1;
 }
 
 bool AppState::Observed::canSwitchCards() const
@@ -102,6 +109,11 @@ QStringList AppState::availableCardNames() const
     return names;
 }
 
+bool AppState::isCurrent(const CardInfo &card) const
+{
+    return m_now.card && isSameVolume(*m_now.card, card);
+}
+
 void AppState::setZoomed(bool zoomed)
 {
     const Operation operation(*this);
@@ -157,11 +169,9 @@ void AppState::volumesChanged(const std::vector<std::filesystem::path> &urls)
     for (const auto &url : urls) {
         m_now.availableCards.append(CardInfo::of(*m_services.volumes, url));
     }
-    const auto isMounted = [this](const CardInfo &card) {
-        return std::ranges::find(m_now.availableCards, card.volumeURL, &CardInfo::volumeURL) !=
-               m_now.availableCards.end();
-    };
-    if (m_now.card && !isMounted(*m_now.card)) {
+    if (const auto index = currentCardIndex(); index >= 0) {
+        m_now.card = m_now.availableCards.at(index); // it may have been renamed
+    } else if (m_now.card) {
         dropCard();
     }
     if (!m_now.card) {
@@ -266,7 +276,7 @@ void AppState::openCard(const CardProbe &probe)
 
 void AppState::switchToCard(const CardInfo &card)
 {
-    if (canSwitchCards() && card != m_now.card) {
+    if (canSwitchCards() && !isCurrent(card)) {
         openAfterProbe(card);
     }
 }
@@ -294,15 +304,15 @@ QCoro::Task<> AppState::openAfterProbe(CardInfo card)
         co_return;
     }
     const Operation operation(*this);
-    const bool stillWanted = wish == m_wish && canSwitchCards() && card != m_now.card &&
-                             m_now.availableCards.contains(card);
+    const bool stillWanted =
+        wish == m_wish && canSwitchCards() && !isCurrent(card) && m_now.indexOf(card) >= 0;
     if (stillWanted) {
         recordChange();
         stopScopedAccess();
         m_decisions.reset();
         ++m_selection;
         m_now.session.reset();
-        m_now.card = card;
+        m_now.card = m_now.availableCards.at(m_now.indexOf(card));
         openCard(probes.first());
     }
     dropBookmarks(probes);
@@ -334,7 +344,7 @@ QCoro::Task<> AppState::openGranted(CardInfo card)
         co_return;
     }
     const bool stillWanted =
-        wish == m_wish && m_now.card == card && m_now.phase.kind == Kind::NeedsAccess;
+        wish == m_wish && isCurrent(card) && m_now.phase.kind == Kind::NeedsAccess;
     if (!stillWanted) {
         m_services.access->stopAccess(*granted);
         co_return;

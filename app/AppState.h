@@ -219,6 +219,8 @@ private:
         bool confirmingDelete = false;
         qint64 changeCount = 0;
 
+        /// Of the same volume among the available cards, -1 when it is not there.
+        [[nodiscard]] qint64 indexOf(const CardInfo &wanted) const;
         [[nodiscard]] qint64 currentCardIndex() const;
         [[nodiscard]] bool canSwitchCards() const;
     };
@@ -233,6 +235,7 @@ private:
     void endOperation();
     void tellChangesSince(const Observed &before);
 
+    [[nodiscard]] bool isCurrent(const CardInfo &card) const;
     void selectCard(const CardInfo &card);
     void openCard(const CardProbe &probe);
     void dropCard();

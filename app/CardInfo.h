@@ -22,3 +22,6 @@ struct CardInfo {
     [[nodiscard]] static CardInfo of(const MountedVolumes &volumes,
                                      const std::filesystem::path &volumeURL);
 };
+
+/// Whether both are the same volume at the same place, whatever its name is now.
+[[nodiscard]] bool isSameVolume(const CardInfo &a, const CardInfo &b);

@@ -183,6 +183,55 @@ private Q_SLOTS:
         QCOMPARE(app().phase(), Phase::noMedia());
     }
 
+    void aRenamedCardKeepsItsSessionAndItsDecisions()
+    {
+        m_bench->cull(3);
+        app().session()->toggleCurrent();
+        app().recordChange();
+        app().leaveCulling();
+        m_bench->mountCard("OTHER", Workbench::shots(1));
+        QTRY_VERIFY(app().canSwitchCards());
+
+        m_bench->volumes.rename(m_bench->cardRoot, u"HOLIDAY"_s);
+
+        QTRY_COMPARE(app().cardName(), u"HOLIDAY"_s);
+        QCOMPARE(app().currentCardIndex(), 0);
+        QCOMPARE(app().phase(), Phase::cardReady(true));
+        QVERIFY(app().hasSession());
+        app().switchToCardAt(0); // the same card
+        QTest::qWait(50);
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        QCOMPARE(app().session()->rejectedCount(), 1);
+    }
+
+    void fromARenamedCardTabGoesToTheOtherOne()
+    {
+        m_bench->cull(1);
+        app().leaveCulling();
+        m_bench->mountCard("OTHER", Workbench::shots(1));
+        QTRY_VERIFY(app().canSwitchCards());
+        m_bench->volumes.rename(m_bench->cardRoot, u"HOLIDAY"_s);
+        QTRY_COMPARE(app().availableCardNames().first(), u"HOLIDAY"_s);
+
+        app().cycleCard();
+
+        QTRY_COMPARE(app().cardName(), u"OTHER"_s);
+    }
+
+    void anotherCardAtTheSamePlaceIsAnotherCard()
+    {
+        m_bench->cull(2);
+
+        m_bench->volumes.setVolumes({{.mountPoint = m_bench->cardRoot,
+                                      .uuid = u"another"_s,
+                                      .label = u"CARD"_s,
+                                      .isRemovable = true}});
+
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        QVERIFY(!app().hasSession());
+    }
+
     void cardsAreNotSwitchedWhileCulling()
     {
         m_bench->cull(2);

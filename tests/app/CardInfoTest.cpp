@@ -85,6 +85,15 @@ private Q_SLOTS:
         QVERIFY(first != second);
     }
 
+    void theSameVolumeMayHaveAnotherName()
+    {
+        const CardInfo card = {.volumeURL = "/m", .volumeUUID = u"1"_s, .name = u"N"_s};
+
+        QVERIFY(isSameVolume(card, {.volumeURL = "/m", .volumeUUID = u"1"_s, .name = u"X"_s}));
+        QVERIFY(!isSameVolume(card, {.volumeURL = "/x", .volumeUUID = u"1"_s, .name = u"N"_s}));
+        QVERIFY(!isSameVolume(card, {.volumeURL = "/m", .volumeUUID = u"2"_s, .name = u"N"_s}));
+    }
+
     void cardsAreEqualWhenLocationUUIDAndNameAre()
     {
         const CardInfo card = {.volumeURL = "/m", .volumeUUID = u"1"_s, .name = u"N"_s};
