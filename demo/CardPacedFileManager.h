@@ -12,5 +12,6 @@ public:
     [[nodiscard]] std::vector<std::filesystem::path>
     regularFilesBelow(const std::filesystem::path &folder) const override;
 
-    [[nodiscard]] std::error_code remove(const std::filesystem::path &path) override;
+    [[nodiscard]] std::unique_ptr<HeldCard> hold(const std::filesystem::path &root,
+                                                 std::error_code &error) const override;
 };

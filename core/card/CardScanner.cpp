@@ -8,10 +8,11 @@
 
 #include <QCoroFuture>
 #include <QThreadPool>
-#include <QtConcurrent/qtconcurrentmap.h>
 #include <QtConcurrent/qtconcurrentrun.h>
 
 #include <algorithm>
+#include <atomic>
+#include <span>
 
 static std::filesystem::path dcim(const std::filesystem::path &volumeURL)
 {
@@ -24,6 +25,33 @@ static std::optional<QDateTime> captureDate(const MediaItem &item, const Metadat
     return metadata ? metadata->captureDate : std::nullopt;
 }
 
+namespace {
+
+/// A card that is held while it is read: one that was pulled lists as empty without an error, or
+/// answers from memory.
+class WatchedCard {
+public:
+    WatchedCard(const std::filesystem::path &volumeURL, const FileManager &fileManager)
+    {
+        std::error_code error;
+        m_card = fileManager.hold(fileManager.resolvingSymlinks(volumeURL), error);
+        if (m_card) {
+            m_card->chooseWitness({});
+        }
+    }
+
+    /// @p items when the card is still there, else none.
+    [[nodiscard]] QList<MediaItem> believed(QList<MediaItem> items)
+    {
+        return m_card && !m_card->proveAlive() ? items : QList<MediaItem>();
+    }
+
+private:
+    std::unique_ptr<HeldCard> m_card;
+};
+
+} // namespace
+
 static QList<MediaItem> inShootingOrder(QList<MediaItem> items)
 {
     std::ranges::sort(items, CardScanner::captureOrder);
@@ -35,15 +63,22 @@ static QList<MediaItem> scanConcurrently(const std::filesystem::path &volumeURL,
                                          const FileManager &fileManager,
                                          const MetadataReading &reader, const std::stop_token &stop)
 {
+    WatchedCard card(volumeURL, fileManager);
     auto items = Pairing::pair(CardScanner::listFiles(volumeURL, fileManager));
-    QThreadPool readers;
-    readers.setMaxThreadCount(CardScanner::maxConcurrentReads - 1); // and this thread reads, too
-    QtConcurrent::blockingMap(&readers, items, [&reader, &stop](MediaItem &item) {
-        if (!stop.stop_requested()) {
-            item.captureDate = captureDate(item, reader);
+    const std::span all(items.data(), static_cast<size_t>(items.size()));
+    std::atomic<size_t> next = 0;
+    const auto readDates = [&] {
+        for (auto index = next++; index < all.size() && !stop.stop_requested(); index = next++) {
+            all[index].captureDate = captureDate(all[index], reader);
         }
-    });
-    return inShootingOrder(std::move(items));
+    };
+    QThreadPool readers;
+    readers.setMaxThreadCount(CardScanner::maxConcurrentReads);
+    for (int number = 0; number < CardScanner::maxConcurrentReads; ++number) {
+        readers.start(readDates);
+    }
+    readers.waitForDone();
+    return card.believed(inShootingOrder(std::move(items)));
 }
 
 bool CardScanner::dcimExists(const std::filesystem::path &volumeURL, const FileManager &fileManager)
@@ -60,11 +95,12 @@ std::vector<std::filesystem::path> CardScanner::listFiles(const std::filesystem:
 QList<MediaItem> CardScanner::scan(const std::filesystem::path &volumeURL,
                                    const FileManager &fileManager, const MetadataReading &reader)
 {
+    WatchedCard card(volumeURL, fileManager);
     auto items = Pairing::pair(listFiles(volumeURL, fileManager));
     for (auto &item : items) {
         item.captureDate = captureDate(item, reader);
     }
-    return inShootingOrder(std::move(items));
+    return card.believed(inShootingOrder(std::move(items)));
 }
 
 QCoro::Task<QList<MediaItem>>

@@ -16,7 +16,8 @@
 class QThreadPool;
 
 /// Turns a mounted card into the ordered list of items to cull. Never writes to the card, never
-/// fails: what cannot be read is left out, or has no date.
+/// fails: what cannot be read is left out, or has no date. A card that is gone when its scan ends
+/// counts as empty.
 namespace CardScanner {
 
 /// Metadata reads in flight: enough to keep a card busy, few enough not to flood it.

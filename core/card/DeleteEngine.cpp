@@ -3,84 +3,15 @@
 
 #include "core/card/DeleteEngine.h"
 
+#include "core/card/DeletionReasons.h"
+#include "core/card/RemovalRun.h"
 #include "platform/checks/Precondition.h"
 
 #include <algorithm>
 #include <limits>
-#include <map>
 #include <set>
-#include <string>
-
-using namespace Qt::StringLiterals;
-
-namespace {
 
 using Location = std::filesystem::path;
-using Reason = std::optional<QString>; ///< absent when the file was deleted
-
-const QString &fileNotFound()
-{
-    static const auto reason = u"file not found"_s;
-    return reason;
-}
-
-QString text(const std::error_code &error)
-{
-    return QString::fromStdString(error.message());
-}
-
-/// The resolved path of the card, ending with a separator, so that a sibling volume whose name
-/// begins with the card's name stays outside.
-std::string rootPrefix(const Location &volumeURL, const FileManager &fileManager)
-{
-    auto root = fileManager.resolvingSymlinks(volumeURL).native();
-    if (!root.ends_with('/')) {
-        root += '/';
-    }
-    return root;
-}
-
-Reason removeFile(const Location &url, const std::string &root, FileManager &fileManager)
-{
-    const auto resolved = fileManager.resolvingSymlinks(url);
-    if (!resolved.native().starts_with(root)) {
-        return u"outside card volume"_s;
-    }
-    const auto kind = fileManager.kindOf(resolved);
-    if (!kind) {
-        return fileNotFound();
-    }
-    if (*kind == FileManager::EntryKind::Directory) {
-        return u"not a regular file"_s;
-    }
-    if (const auto error = fileManager.remove(url)) {
-        return text(error);
-    }
-    return std::nullopt;
-}
-
-/// A removal is on the medium only after its folder has been synced; a worn card reports it there.
-/// Each folder once: the files of one that fails count as not deleted.
-void syncFolders(const std::vector<Location> &urls, std::vector<Reason> &reasons,
-                 FileManager &fileManager)
-{
-    std::map<Location, std::error_code> synced;
-    for (size_t index = 0; index < urls.size(); ++index) {
-        if (reasons[index]) {
-            continue;
-        }
-        const auto folder = urls[index].parent_path();
-        auto outcome = synced.find(folder);
-        if (outcome == synced.end()) {
-            outcome = synced.emplace(folder, fileManager.syncFolder(folder)).first;
-        }
-        if (outcome->second) {
-            reasons[index] = text(outcome->second);
-        }
-    }
-}
-
-} // namespace
 
 std::vector<Location> DeleteEngine::urls(const QList<MediaItem> &items)
 {
@@ -104,36 +35,17 @@ qint64 DeleteEngine::totalBytes(const std::vector<Location> &urls, const FileMan
 }
 
 DeleteResult DeleteEngine::deleteFiles(const std::vector<Location> &urls, const Location &volumeURL,
-                                       FileManager &fileManager, const Progress &progress)
+                                       const FileManager &fileManager, const Progress &progress,
+                                       const std::stop_token &stop)
 {
-    const auto root = rootPrefix(volumeURL, fileManager);
-    const auto total = static_cast<qint64>(urls.size());
-    std::vector<Reason> reasons;
-    reasons.reserve(urls.size());
-    for (const auto &url : urls) {
-        reasons.push_back(removeFile(url, root, fileManager));
-        if (progress) {
-            progress(static_cast<qint64>(reasons.size()), total);
-        }
-    }
-    syncFolders(urls, reasons, fileManager);
-
-    DeleteResult result;
-    for (size_t index = 0; index < urls.size(); ++index) {
-        if (reasons[index]) {
-            result.failures.push_back({urls[index], *reasons[index]});
-        } else {
-            result.deleted.push_back(urls[index]);
-        }
-    }
-    return result;
+    return RemovalRun(urls, volumeURL, fileManager).run(progress, stop);
 }
 
 QStringList DeleteEngine::failedItemIDs(const QList<MediaItem> &items, const DeleteResult &result)
 {
     std::set<Location> failed;
     for (const auto &failure : result.failures) {
-        if (failure.reason != fileNotFound()) {
+        if (failure.reason != DeletionReasons::fileNotFound()) {
             failed.insert(failure.url);
         }
     }

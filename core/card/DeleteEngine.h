@@ -10,6 +10,7 @@
 #include <QList>
 
 #include <functional>
+#include <stop_token>
 
 /// Removes files from a card for good. Blocks on file operations: never on the main thread. Nothing
 /// is shared between calls.
@@ -27,12 +28,18 @@ using Progress = std::function<void(qint64 done, qint64 total)>;
                                 const FileManager &fileManager);
 
 /// Removes the files at @p urls that lie on the card at @p volumeURL, one after the other, whatever
-/// happens to the others. A file counts as deleted when its entry is removed and its folder has
-/// been brought onto the medium; otherwise it is a failure, with one of the reasons "outside card
-/// volume", "file not found", "not a regular file", or the system's own text.
+/// happens to the others. A file counts as deleted when its entry is removed, its folder and the
+/// card have been brought onto the medium, and the card has proven to be still there; otherwise it
+/// is a failure, with one of the reasons "outside card volume", "file not found", "not a regular
+/// file", or the system's own text. "file not found" is only said while the card is there.
+///
+/// Acts on the card that is mounted at the beginning and on no other. When @p stop is requested,
+/// the file in hand is finished; those not begun fail as cancelled, without progress.
 [[nodiscard]] DeleteResult deleteFiles(const std::vector<std::filesystem::path> &urls,
                                        const std::filesystem::path &volumeURL,
-                                       FileManager &fileManager, const Progress &progress = {});
+                                       const FileManager &fileManager,
+                                       const Progress &progress = {},
+                                       const std::stop_token &stop = {});
 
 /// The ids of those of @p items that still have a file on the card: a failed one. A file that was
 /// not found counts as deleted.

@@ -3,23 +3,23 @@
 
 #pragma once
 
+#include "platform/files/HeldCard.h"
+
 #include <QtGlobal>
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <vector>
 
 /// The file-system services that Kestle needs, behind an interface so that faults can be injected.
 ///
-/// Every operation blocks, may be called from several threads at once, and leaves no descriptor
-/// open. Only remove() and syncFolder() change anything.
+/// Every operation blocks, may be called from several threads at once, changes nothing, and leaves
+/// no descriptor open but those of a card that is held.
 class FileManager {
 public:
-    enum class EntryKind {
-        Directory,
-        Other, ///< any existing entry that is not a directory
-    };
+    using EntryKind = HeldCard::EntryKind;
 
     FileManager() = default;
     FileManager(const FileManager &) = delete;
@@ -49,9 +49,11 @@ public:
     [[nodiscard]] virtual std::optional<qint64>
     fileSize(const std::filesystem::path &path) const = 0;
 
-    /// Removes the entry at @p path itself (a link, not what it points to); never a directory.
-    [[nodiscard]] virtual std::error_code remove(const std::filesystem::path &path) = 0;
+    /// Whether nothing can be removed from the file system that @p folder lies on: it is mounted
+    /// read-only.
+    [[nodiscard]] virtual bool isReadOnly(const std::filesystem::path &folder) const = 0;
 
-    /// Brings the entries of @p folder onto the medium.
-    [[nodiscard]] virtual std::error_code syncFolder(const std::filesystem::path &folder) = 0;
+    /// Holds the card whose root is @p root, links resolved. Null and @p error on failure.
+    [[nodiscard]] virtual std::unique_ptr<HeldCard> hold(const std::filesystem::path &root,
+                                                         std::error_code &error) const = 0;
 };

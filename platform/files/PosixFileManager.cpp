@@ -4,17 +4,15 @@
 #include "platform/files/PosixFileManager.h"
 
 #include "platform/files/FileDescriptor.h"
+#include "platform/files/FolderWalk.h"
+#include "platform/files/PosixHeldCard.h"
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
+#include <sys/statvfs.h>
 
-#include <algorithm>
-#include <array>
-#include <memory>
-#include <string>
-#include <string_view>
+#include <cerrno>
 
 namespace {
 
@@ -24,101 +22,29 @@ struct DirectoryCloser {
 
 using Directory = std::unique_ptr<DIR, DirectoryCloser>;
 
-struct Entry {
-    std::string name;
-    unsigned char type;
-};
-
-/// Deeper trees are no camera's; the limit keeps recursion and descriptors bounded.
-constexpr int deepestFolder = 64;
-
-constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-
-std::error_code lastError()
-{
-    return {errno, std::generic_category()};
-}
-
-bool isPackage(std::string_view name)
-{
-    constexpr std::array<std::string_view, 4> extensions = {".app", ".bundle", ".framework",
-                                                            ".photoslibrary"};
-    return std::ranges::any_of(extensions, [name](std::string_view extension) {
-        return name.size() > extension.size() &&
-               std::ranges::equal(
-                   name.substr(name.size() - extension.size()), extension,
-                   [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; });
-    });
-}
-
-/// Opens a subfolder for reading, without touching its access time where that is allowed.
-FileDescriptor openFolder(int parent, const char *name)
-{
-    FileDescriptor folder(::openat(parent, name, folderFlags | O_NOATIME));
-    if (!folder.isOpen() && errno == EPERM) {
-        folder = FileDescriptor(::openat(parent, name, folderFlags));
-    }
-    return folder;
-}
-
-unsigned char typeOf(int folder, const std::string &name)
-{
-    struct stat status = {};
-    if (::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
-        return DT_UNKNOWN;
-    }
-    return S_ISREG(status.st_mode) ? DT_REG : S_ISDIR(status.st_mode) ? DT_DIR : DT_UNKNOWN;
-}
-
-std::vector<Entry> visibleEntries(DIR *directory)
-{
-    std::vector<Entry> entries;
-    while (const dirent *entry = ::readdir(directory)) {
-        if (entry->d_name[0] != '.') {
-            entries.push_back({entry->d_name, entry->d_type});
-        }
-    }
-    std::ranges::sort(entries, {}, &Entry::name);
-    return entries;
-}
-
-void appendFiles(FileDescriptor folder, dev_t device, const std::filesystem::path &path, int depth,
-                 std::vector<std::filesystem::path> &files)
-{
-    struct stat status = {};
-    if (::fstat(folder.number(), &status) != 0 || status.st_dev != device) {
-        return;
-    }
-    const int number = folder.number();
-    const Directory directory(::fdopendir(number));
-    if (!directory) {
-        return;
-    }
-    (void)folder.release(); // the directory stream closes it from here on
-
-    for (const Entry &entry : visibleEntries(directory.get())) {
-        const auto type = entry.type == DT_UNKNOWN ? typeOf(number, entry.name) : entry.type;
-        if (type == DT_REG) {
-            files.push_back(path / entry.name);
-        } else if (type == DT_DIR && depth < deepestFolder && !isPackage(entry.name)) {
-            auto subfolder = openFolder(number, entry.name.c_str());
-            if (subfolder.isOpen()) {
-                appendFiles(std::move(subfolder), device, path / entry.name, depth + 1, files);
-            }
-        }
-    }
-}
-
 } // namespace
+
+/// Opens @p folder for reading, without touching its access time where that is allowed.
+static FileDescriptor openFolder(const std::filesystem::path &folder, int flags = 0)
+{
+    const int all = flags | O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+    FileDescriptor descriptor(::open(folder.c_str(), all | O_NOATIME));
+    if (!descriptor.isOpen() && errno == EPERM) {
+        descriptor = FileDescriptor(::open(folder.c_str(), all));
+    }
+    return descriptor;
+}
 
 std::vector<std::filesystem::path>
 PosixFileManager::regularFilesBelow(const std::filesystem::path &folder) const
 {
     std::vector<std::filesystem::path> files;
-    auto descriptor = openFolder(AT_FDCWD, folder.c_str());
-    struct stat status = {};
-    if (descriptor.isOpen() && ::fstat(descriptor.number(), &status) == 0) {
-        appendFiles(std::move(descriptor), status.st_dev, folder, 0, files);
+    const auto descriptor = openFolder(folder, O_NOFOLLOW);
+    if (descriptor.isOpen()) {
+        FolderWalk::regularFiles(descriptor.number(), [&](const auto &path) {
+            files.push_back(folder / path);
+            return true;
+        });
     }
     return files;
 }
@@ -135,10 +61,15 @@ PosixFileManager::kindOf(const std::filesystem::path &path) const
 
 bool PosixFileManager::isListable(const std::filesystem::path &folder) const
 {
-    const Directory directory(::opendir(folder.c_str()));
+    auto descriptor = openFolder(folder);
+    if (!descriptor.isOpen()) {
+        return false;
+    }
+    const Directory directory(::fdopendir(descriptor.number()));
     if (!directory) {
         return false;
     }
+    (void)descriptor.release(); // the directory stream closes it from here on
     errno = 0;
     return ::readdir(directory.get()) != nullptr || errno == 0;
 }
@@ -165,23 +96,15 @@ std::optional<qint64> PosixFileManager::fileSize(const std::filesystem::path &pa
     return status.st_size;
 }
 
-std::error_code PosixFileManager::remove(const std::filesystem::path &path)
+bool PosixFileManager::isReadOnly(const std::filesystem::path &folder) const
 {
-    // Through the parent's descriptor and by name, so that a directory is never removed and a link
-    // is removed itself.
-    const auto parent = path.parent_path();
-    const FileDescriptor folder(::open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.isOpen() || ::unlinkat(folder.number(), path.filename().c_str(), 0) != 0) {
-        return lastError();
-    }
-    return {};
+    struct statvfs status = {};
+    return ::statvfs(folder.c_str(), &status) == 0 && (status.f_flag & ST_RDONLY) != 0;
 }
 
-std::error_code PosixFileManager::syncFolder(const std::filesystem::path &folder)
+std::unique_ptr<HeldCard> PosixFileManager::hold(const std::filesystem::path &root,
+                                                 std::error_code &error) const
 {
-    const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!descriptor.isOpen() || ::fsync(descriptor.number()) != 0) {
-        return lastError();
-    }
-    return {};
+    auto descriptor = PosixHeldCard::openRoot(root, error);
+    return descriptor.isOpen() ? std::make_unique<PosixHeldCard>(std::move(descriptor)) : nullptr;
 }

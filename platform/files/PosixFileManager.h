@@ -15,6 +15,7 @@ public:
     [[nodiscard]] std::filesystem::path
     resolvingSymlinks(const std::filesystem::path &path) const override;
     [[nodiscard]] std::optional<qint64> fileSize(const std::filesystem::path &path) const override;
-    [[nodiscard]] std::error_code remove(const std::filesystem::path &path) override;
-    [[nodiscard]] std::error_code syncFolder(const std::filesystem::path &folder) override;
+    [[nodiscard]] bool isReadOnly(const std::filesystem::path &folder) const override;
+    [[nodiscard]] std::unique_ptr<HeldCard> hold(const std::filesystem::path &root,
+                                                 std::error_code &error) const override;
 };

@@ -3,64 +3,56 @@
 
 #pragma once
 
-#include "platform/files/PosixFileManager.h"
+#include "tests/support/ForwardingFiles.h"
 
 #include <QThread>
 
 #include <atomic>
 
 /// A file manager whose scan and removals wait at a gate while it is closed.
-class GatedFiles final : public FileManager {
+class GatedFiles final : public ForwardingFiles {
 public:
     std::vector<std::filesystem::path>
     regularFilesBelow(const std::filesystem::path &folder) const override
     {
         waitWhile(scanIsHeld);
-        return m_real.regularFilesBelow(folder);
-    }
-
-    std::optional<EntryKind> kindOf(const std::filesystem::path &path) const override
-    {
-        return m_real.kindOf(path);
-    }
-
-    bool isListable(const std::filesystem::path &folder) const override
-    {
-        return m_real.isListable(folder);
-    }
-
-    std::filesystem::path resolvingSymlinks(const std::filesystem::path &path) const override
-    {
-        return m_real.resolvingSymlinks(path);
-    }
-
-    std::optional<qint64> fileSize(const std::filesystem::path &path) const override
-    {
-        return m_real.fileSize(path);
-    }
-
-    std::error_code remove(const std::filesystem::path &path) override
-    {
-        waitWhile(removalIsHeld);
-        return removalsFail ? std::make_error_code(std::errc::io_error) : m_real.remove(path);
-    }
-
-    std::error_code syncFolder(const std::filesystem::path &folder) override
-    {
-        return m_real.syncFolder(folder);
+        return ForwardingFiles::regularFilesBelow(folder);
     }
 
     mutable std::atomic_bool scanIsHeld = false;
     mutable std::atomic_bool removalIsHeld = false;
     std::atomic_bool removalsFail = false;
 
+protected:
+    std::unique_ptr<HeldCard> wrap(std::unique_ptr<HeldCard> card) const override
+    {
+        return std::make_unique<GatedCard>(std::move(card), *this);
+    }
+
 private:
+    class GatedCard final : public ForwardingHeldCard {
+    public:
+        GatedCard(std::unique_ptr<HeldCard> real, const GatedFiles &gates)
+            : ForwardingHeldCard(std::move(real))
+            , m_gates(gates)
+        {
+        }
+
+        std::error_code remove(const Path &folder, const Path &name) override
+        {
+            waitWhile(m_gates.removalIsHeld);
+            return m_gates.removalsFail ? std::make_error_code(std::errc::io_error)
+                                        : ForwardingHeldCard::remove(folder, name);
+        }
+
+    private:
+        const GatedFiles &m_gates;
+    };
+
     static void waitWhile(const std::atomic_bool &held)
     {
         while (held) {
             QThread::msleep(1);
         }
     }
-
-    PosixFileManager m_real;
 };

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "core/card/CardScanner.h"
-#include "platform/files/PosixFileManager.h"
 #include "tests/core/card/TemporaryCard.h"
+#include "tests/support/ForwardingFiles.h"
 
 #include <QCoroTask>
 #include <QMutex>
@@ -11,8 +11,12 @@
 #include <QThread>
 #include <QThreadPool>
 
+#include <array>
 #include <atomic>
+#include <chrono>
 #include <map>
+#include <random>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 namespace fs = std::filesystem;
@@ -26,12 +30,17 @@ public:
 
     std::optional<ImageMetadata> read(const fs::path &url) const override
     {
+        if (delay.count() > 0) {
+            std::this_thread::sleep_for(delay * (url.native().size() % 3));
+        }
         const auto found = m_seconds.find(url.filename().native());
         if (found == m_seconds.end()) {
             return std::nullopt;
         }
         return ImageMetadata{.captureDate = QDateTime::fromSecsSinceEpoch(found->second, Qt::UTC)};
     }
+
+    std::chrono::microseconds delay{0};
 
 private:
     std::map<std::string, qint64> m_seconds;
@@ -46,7 +55,10 @@ public:
         int most = mostAtOnce.load();
         while (now > most && !mostAtOnce.compare_exchange_weak(most, now)) {
         }
-        QThread::msleep(10);
+        QThread::msleep(10); // time for one too many to show
+        for (int wait = 0; wait < 2000 && mostAtOnce < awaited; ++wait) {
+            QThread::msleep(1);
+        }
         {
             const QMutexLocker lock(&m_mutex);
             files.push_back(url.filename().native());
@@ -55,6 +67,7 @@ public:
         return std::nullopt;
     }
 
+    int awaited = 1; ///< reads wait for so many to be going on at once
     mutable std::atomic<int> mostAtOnce = 0;
     mutable std::vector<std::string> files;
 
@@ -71,13 +84,11 @@ public:
     bool isListable(const fs::path &) const override { return false; }
     fs::path resolvingSymlinks(const fs::path &path) const override { return path; }
     std::optional<qint64> fileSize(const fs::path &) const override { return std::nullopt; }
-    std::error_code remove(const fs::path &) override
+    bool isReadOnly(const fs::path &) const override { return false; }
+    std::unique_ptr<HeldCard> hold(const fs::path &, std::error_code &error) const override
     {
-        return std::make_error_code(std::errc::io_error);
-    }
-    std::error_code syncFolder(const fs::path &) override
-    {
-        return std::make_error_code(std::errc::io_error);
+        error = std::make_error_code(std::errc::io_error);
+        return nullptr;
     }
 };
 
@@ -91,6 +102,7 @@ private Q_SLOTS:
     {
         m_card = std::make_unique<TemporaryCard>();
         m_dates = std::make_shared<MadeUpDates>();
+        m_files = std::make_shared<PosixFileManager>();
     }
 
     void aFolderDcimMakesACard()
@@ -215,14 +227,67 @@ private Q_SLOTS:
             m_card->add("DCIM/A/" + std::to_string(number) + ".JPG");
         }
         const auto reads = std::make_shared<CountedReads>();
+        reads->awaited = 8;
 
         const auto items =
             QCoro::waitFor(CardScanner::scanDetached(&m_pool, m_card->root(), m_files, reads));
 
         QCOMPARE(items.size(), 20);
         QCOMPARE(reads->files.size(), size_t(20));
-        QVERIFY(reads->mostAtOnce <= CardScanner::maxConcurrentReads);
-        QVERIFY(reads->mostAtOnce > 1);
+        QCOMPARE(reads->mostAtOnce.load(), 8);
+    }
+
+    void bothScansAgreeOnAnyCard()
+    {
+        std::minstd_rand random(4711);
+        for (int number = 0; number < 500; ++number) {
+            const auto folder = "DCIM/" + std::to_string(random() % 3);
+            const auto stem = "IMG_" + std::to_string(random() % 250);
+            const auto extension = std::array{".JPG", ".jpg", ".RAF", ".MOV", ".HIF"}[random() % 5];
+            m_card->add(fs::path(folder) / (stem + extension));
+            if (random() % 4 != 0) {
+                m_dates->set(stem + extension, static_cast<qint64>(random() % 20));
+            }
+        }
+        m_dates->delay = std::chrono::microseconds(200);
+
+        QVERIFY(bothScans().size() > 300);
+    }
+
+    void aCardThatIsGoneWhenItsScanEndsCountsAsEmpty()
+    {
+        class PulledCard final : public ForwardingHeldCard {
+        public:
+            using ForwardingHeldCard::ForwardingHeldCard;
+            std::error_code proveAlive() override
+            {
+                return std::make_error_code(std::errc::io_error);
+            }
+        };
+        class PulledFiles final : public ForwardingFiles {
+            std::unique_ptr<HeldCard> wrap(std::unique_ptr<HeldCard> card) const override
+            {
+                return std::make_unique<PulledCard>(std::move(card));
+            }
+        };
+        add("A/1.JPG", 100);
+        m_files = std::make_shared<PulledFiles>();
+
+        QVERIFY(bothScans().isEmpty());
+    }
+
+    void aScanLeavesNoDescriptorOpen()
+    {
+        const auto count = [] {
+            return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+        };
+        add("A/1.JPG", 100);
+        (void)bothScans(); // threads and their wake-ups are there now
+        const auto before = count();
+
+        (void)bothScans();
+
+        QCOMPARE(count(), before);
     }
 
     void theAsynchronousScanNeverReadsOnTheCallersThread()
@@ -310,7 +375,7 @@ private:
         return all;
     }
 
-    std::shared_ptr<PosixFileManager> m_files = std::make_shared<PosixFileManager>();
+    std::shared_ptr<FileManager> m_files;
     std::unique_ptr<TemporaryCard> m_card;
     std::shared_ptr<MadeUpDates> m_dates;
     QThreadPool m_pool;

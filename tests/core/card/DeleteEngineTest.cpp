@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "core/card/DeleteEngine.h"
-#include "platform/files/PosixFileManager.h"
 #include "tests/core/card/TemporaryCard.h"
+#include "tests/support/ForwardingFiles.h"
 
 #include <QTest>
 
@@ -15,48 +15,83 @@ using Paths = std::vector<fs::path>;
 
 namespace {
 
-/// The real file manager, but chosen files and folders fail.
-class FaultyFiles final : public FileManager {
+/// The real file manager, but chosen files and folders of the card fail.
+class FaultyFiles final : public ForwardingFiles {
 public:
-    std::vector<fs::path> regularFilesBelow(const fs::path &folder) const override
-    {
-        return m_real.regularFilesBelow(folder);
-    }
-    std::optional<EntryKind> kindOf(const fs::path &path) const override
-    {
-        return m_real.kindOf(path);
-    }
-    bool isListable(const fs::path &folder) const override { return m_real.isListable(folder); }
-    fs::path resolvingSymlinks(const fs::path &path) const override
-    {
-        return m_real.resolvingSymlinks(path);
-    }
-    std::optional<qint64> fileSize(const fs::path &path) const override
-    {
-        return m_real.fileSize(path);
-    }
-    std::error_code remove(const fs::path &path) override
-    {
-        removed.push_back(path);
-        return readOnly ? std::make_error_code(std::errc::read_only_file_system)
-               : removeErrors.contains(path) ? std::make_error_code(removeErrors.at(path))
-                                             : m_real.remove(path);
-    }
-    std::error_code syncFolder(const fs::path &folder) override
-    {
-        synced.push_back(folder);
-        return syncErrors.contains(folder) ? std::make_error_code(syncErrors.at(folder))
-                                           : m_real.syncFolder(folder);
-    }
-
     bool readOnly = false;
     std::map<fs::path, std::errc> removeErrors;
     std::map<fs::path, std::errc> syncErrors;
-    Paths removed;
-    Paths synced;
+    std::optional<std::errc> syncAllError;
+    std::optional<std::errc> death;
+    mutable Paths removed;
+    mutable Paths synced;
+    mutable int syncedAll = 0;
+    mutable std::set<fs::path> open;
+    mutable size_t mostOpen = 0;
+
+protected:
+    std::unique_ptr<HeldCard> wrap(std::unique_ptr<HeldCard> card) const override
+    {
+        return std::make_unique<FaultyCard>(std::move(card), *this);
+    }
 
 private:
-    PosixFileManager m_real;
+    class FaultyCard final : public ForwardingHeldCard {
+    public:
+        FaultyCard(std::unique_ptr<HeldCard> real, const FaultyFiles &faults)
+            : ForwardingHeldCard(std::move(real))
+            , m_faults(faults)
+        {
+        }
+
+        std::error_code openFolder(const Path &folder) override
+        {
+            m_faults.open.insert(folder);
+            m_faults.mostOpen = std::max(m_faults.mostOpen, m_faults.open.size());
+            return ForwardingHeldCard::openFolder(folder);
+        }
+
+        void closeFolders() override
+        {
+            m_faults.open.clear();
+            ForwardingHeldCard::closeFolders();
+        }
+
+        std::error_code proveAlive() override
+        {
+            return m_faults.death ? std::make_error_code(*m_faults.death)
+                                  : ForwardingHeldCard::proveAlive();
+        }
+
+        std::error_code remove(const Path &folder, const Path &name) override
+        {
+            const auto path = folder / name;
+            m_faults.removed.push_back(path);
+            return m_faults.readOnly ? std::make_error_code(std::errc::read_only_file_system)
+                   : m_faults.removeErrors.contains(path)
+                       ? std::make_error_code(m_faults.removeErrors.at(path))
+                       : ForwardingHeldCard::remove(folder, name);
+        }
+
+        std::error_code syncFolder(const Path &folder) override
+        {
+            m_faults.synced.push_back(folder);
+            const auto error = ForwardingHeldCard::syncFolder(folder);
+            return m_faults.syncErrors.contains(folder)
+                       ? std::make_error_code(m_faults.syncErrors.at(folder))
+                       : error;
+        }
+
+        std::error_code syncAll() override
+        {
+            ++m_faults.syncedAll;
+            return m_faults.syncAllError ? std::make_error_code(*m_faults.syncAllError)
+                                         : ForwardingHeldCard::syncAll();
+        }
+
+    private:
+        const FaultyFiles &m_faults;
+    };
 };
 
 QString textOf(std::errc error)
@@ -219,7 +254,7 @@ private Q_SLOTS:
         const auto reason = textOf(std::errc::read_only_file_system);
         QCOMPARE(result.failures,
                  (std::vector<DeleteResult::Failure>{{urls[0], reason}, {urls[1], reason}}));
-        QCOMPARE(m_files->removed, urls);
+        QCOMPARE(m_files->removed, (Paths{"DCIM/1.JPG", "DCIM/2.JPG"}));
         QCOMPARE(lastDone, 2);
         QVERIFY(result.deleted.empty());
     }
@@ -231,36 +266,175 @@ private Q_SLOTS:
 
         (void)run(urls);
 
-        QCOMPARE(m_files->synced, (Paths{m_card->path("DCIM/A"), m_card->path("DCIM/B")}));
+        QCOMPARE(m_files->synced, (Paths{"DCIM/A", "DCIM/B"}));
+        QCOMPARE(m_files->syncedAll, 1);
     }
 
-    void aFolderWithoutRemovalsIsNotSynced()
+    void whereNothingWasDoneNothingIsSynced()
     {
-        (void)run({m_card->path("DCIM/gone.JPG")});
+        m_card->add("DCIM/A/1.JPG");
+        m_files->removeErrors["DCIM/A/1.JPG"] = std::errc::permission_denied;
+
+        (void)run({m_card->path("DCIM/A/1.JPG"), "/elsewhere.JPG"});
 
         QVERIFY(m_files->synced.empty());
+        QCOMPARE(m_files->syncedAll, 0);
     }
 
     void theFilesOfAFolderThatDoesNotSyncAreFailuresInTheOrderGiven()
     {
         const Paths urls = {m_card->add("DCIM/A/1.JPG"), m_card->add("DCIM/B/1.JPG"),
                             m_card->path("DCIM/A/gone.JPG"), m_card->add("DCIM/A/2.JPG")};
-        m_files->syncErrors[m_card->path("DCIM/A")] = std::errc::io_error;
+        m_files->syncErrors["DCIM/A"] = std::errc::io_error;
 
         const auto result = run(urls);
 
         const auto reason = textOf(std::errc::io_error);
         QCOMPARE(result.deleted, Paths{urls[1]});
+        QCOMPARE(result.failures, (std::vector<DeleteResult::Failure>{
+                                      {urls[0], reason}, {urls[2], reason}, {urls[3], reason}}));
+    }
+
+    void aCardThatCannotTakeTheRunDeletesNothing()
+    {
+        const Paths urls = {m_card->add("DCIM/A/1.JPG"), m_card->path("DCIM/A/gone.JPG")};
+        m_files->syncAllError = std::errc::io_error;
+
+        const auto result = run(urls);
+
+        QCOMPARE(result.failures,
+                 (std::vector<DeleteResult::Failure>{{urls[0], textOf(std::errc::io_error)},
+                                                     {urls[1], u"file not found"_s}}));
+    }
+
+    void nothingIsMissingFromACardThatIsDead()
+    {
+        const auto gone = m_card->path("DCIM/A/gone.JPG");
+        m_card->add("DCIM/A/1.JPG");
+        m_files->death = std::errc::io_error;
+
+        expectFailure(gone, textOf(std::errc::io_error));
+    }
+
+    void aCardOnceFoundDeadStaysDeadForTheRun()
+    {
+        const Paths urls = {m_card->path("DCIM/A/gone.JPG"), m_card->add("DCIM/A/1.JPG"),
+                            "/elsewhere.JPG"};
+        m_files->death = std::errc::io_error;
+
+        const auto result = run(urls);
+
+        const auto reason = textOf(std::errc::io_error);
         QCOMPARE(result.failures,
                  (std::vector<DeleteResult::Failure>{
-                     {urls[0], reason}, {urls[2], u"file not found"_s}, {urls[3], reason}}));
+                     {urls[0], reason}, {urls[1], reason}, {urls[2], u"outside card volume"_s}}));
+        QVERIFY(m_files->removed.empty());
+        QVERIFY(m_card->has("DCIM/A/1.JPG"));
+    }
+
+    void nothingIsDeletedFromACardThatIsDeadAtTheEnd()
+    {
+        const auto url = m_card->add("DCIM/A/1.JPG");
+        m_files->death = std::errc::no_such_device;
+
+        expectFailure(url, textOf(std::errc::no_such_device));
+    }
+
+    void aMissingFolderIsMissingFiles()
+    {
+        expectFailure(m_card->path("DCIM/A/1.JPG"), u"file not found"_s);
+    }
+
+    void aMissingCardIsNoMissingFile()
+    {
+        const auto root = m_card->path("not/there");
+
+        const auto result = DeleteEngine::deleteFiles({root / "1.JPG"}, root, *m_files);
+
+        QCOMPARE(result.failures.front().reason, textOf(std::errc::no_such_file_or_directory));
+    }
+
+    void aLinkFromElsewhereIntoTheCardIsOutside()
+    {
+        m_card->add("DCIM/1.JPG");
+        const auto link = m_card->root().parent_path() / "link.JPG";
+        fs::create_symlink(m_card->path("DCIM/1.JPG"), link);
+
+        expectFailure(link, u"outside card volume"_s);
+
+        QVERIFY(fs::is_symlink(link));
+        QVERIFY(m_card->has("DCIM/1.JPG"));
+    }
+
+    void aLinkThatLeadsNowhereIsNotFoundAndStays()
+    {
+        m_card->add("DCIM/1.JPG");
+        fs::create_symlink("gone.JPG", m_card->path("DCIM/dangling.JPG"));
+        fs::create_symlink("circle.JPG", m_card->path("DCIM/circle.JPG"));
+
+        expectFailure(m_card->path("DCIM/dangling.JPG"), u"file not found"_s);
+        expectFailure(m_card->path("DCIM/circle.JPG"), u"file not found"_s);
+
+        QVERIFY(m_card->has("DCIM/dangling.JPG"));
+        QVERIFY(m_card->has("DCIM/circle.JPG"));
+    }
+
+    void foldersBeyondTheLimitOfDescriptorsAreWorkedOffInGroups()
+    {
+        Paths urls;
+        for (int number = 0; number < 450; ++number) {
+            urls.push_back(m_card->add("DCIM/" + std::to_string(number) + "/1.JPG"));
+        }
+        urls.push_back(m_card->add("DCIM/0/2.JPG"));
+
+        const auto result = run(urls);
+
+        QCOMPARE(result.deleted, urls);
+        QVERIFY(m_files->mostOpen <= 201);
+    }
+
+    void aRunThatIsStoppedLeavesTheRest()
+    {
+        const Paths urls = {m_card->add("DCIM/1.JPG"), m_card->add("DCIM/2.JPG"),
+                            m_card->add("DCIM/3.JPG")};
+        std::stop_source stop;
+        qint64 lastDone = 0;
+
+        const auto result = DeleteEngine::deleteFiles(
+            urls, m_card->root(), *m_files,
+            [&](qint64 done, qint64) {
+                lastDone = done;
+                stop.request_stop();
+            },
+            stop.get_token());
+
+        const auto reason = textOf(std::errc::operation_canceled);
+        QCOMPARE(result.deleted, Paths{urls[0]});
+        QCOMPARE(result.failures,
+                 (std::vector<DeleteResult::Failure>{{urls[1], reason}, {urls[2], reason}}));
+        QCOMPARE(lastDone, 1);
+        QCOMPARE(m_files->synced, Paths{"DCIM"});
+        QVERIFY(m_card->has("DCIM/2.JPG"));
+    }
+
+    void aRunLeavesNoDescriptorOpen()
+    {
+        const auto count = [] {
+            return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+        };
+        m_card->add("DCIM/A/kept.JPG");
+        const auto before = count();
+
+        (void)run({m_card->add("DCIM/A/1.JPG"), m_card->path("DCIM/B/gone.JPG")});
+
+        QCOMPARE(count(), before);
     }
 
     void aPairWhosePreviewFailedIsListed()
     {
         const auto raw = m_card->add("DCIM/1.RAF");
         const auto preview = m_card->add("DCIM/1.JPG");
-        m_files->removeErrors[preview] = std::errc::permission_denied;
+        m_files->removeErrors["DCIM/1.JPG"] = std::errc::permission_denied;
 
         const auto result = run({raw, preview});
 
@@ -296,7 +470,7 @@ private Q_SLOTS:
             const auto folder = fs::path("DCIM") / std::to_string(number % 3);
             urls.push_back(number % 4 ? m_card->add(folder / name) : m_card->path(folder / name));
             if (number % 7 == 0) {
-                m_files->removeErrors[urls.back()] = std::errc::io_error;
+                m_files->removeErrors[folder / name] = std::errc::io_error;
             }
         }
         urls.push_back("/elsewhere.JPG");
