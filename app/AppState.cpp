@@ -21,7 +21,11 @@ using Kind = Phase::Kind;
 AppState::AppState(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
+    , m_opener(m_services.access, m_services.fileManager, m_services.patience)
 {
+    connect(&m_opener, &CardOpener::found, this, &AppState::openFound);
+    connect(&m_opener, &CardOpener::answered, this, &AppState::openAnswered);
+    connect(&m_opener, &CardOpener::granted, this, &AppState::openGranted);
     m_deletions.setMaxThreadCount(1);
 }
 
@@ -30,9 +34,7 @@ AppState::~AppState()
     m_volumeWatcher.reset();
     m_scanStop.request_stop();
     m_scans.waitForDone();
-    m_probes.waitForDone();
     m_deletions.waitForDone();
-    stopScopedAccess();
 }
 
 // What is observed
@@ -174,16 +176,17 @@ void AppState::volumesChanged(const std::vector<std::filesystem::path> &urls)
     } else if (m_now.card) {
         dropCard();
     }
+    m_opener.forgetAllBut(m_now.availableCards);
     if (!m_now.card) {
-        openAutomatically(m_now.availableCards);
+        m_opener.findUsable(m_now.availableCards);
     }
 }
 
 void AppState::dropCard()
 {
-    ++m_wish;
+    m_opener.cancel();
     m_scanStop.request_stop();
-    stopScopedAccess();
+    m_access.reset();
     m_decisions.reset();
     m_now.card.reset();
     m_now.session.reset();
@@ -194,90 +197,38 @@ void AppState::dropCard()
     ++m_selection; // what still runs for the card finds that it is gone
 }
 
-void AppState::stopScopedAccess()
+void AppState::openFound(const CardProbe &probe)
 {
-    if (m_scopedCardURL) {
-        m_services.access->stopAccess(*m_scopedCardURL);
-        m_scopedCardURL.reset();
+    if (!m_now.card && m_now.indexOf(probe.card) >= 0) {
+        const Operation operation(*this);
+        openCard(probe);
     }
-}
-
-QCoro::Task<QList<CardProbe>> AppState::probe(QList<CardInfo> cards)
-{
-    const auto probeAll = [cards, access = m_services.access, files = m_services.fileManager] {
-        QList<CardProbe> probes;
-        for (const auto &card : cards) {
-            probes.append(CardProbe::of(card, *access, *files));
-        }
-        return probes;
-    };
-    co_return co_await QtConcurrent::run(&m_probes, probeAll);
-}
-
-void AppState::dropBookmarks(const QList<CardProbe> &probes)
-{
-    for (const auto &probe : probes) {
-        if (probe.bookmark && probe.bookmark != m_scopedCardURL) {
-            m_services.access->stopAccess(*probe.bookmark);
-        }
-    }
-}
-
-QCoro::Task<> AppState::openAutomatically(QList<CardInfo> cards)
-{
-    const QPointer self(this);
-    const auto wish = ++m_wish;
-    const auto probes = co_await probe(cards);
-    if (!self) {
-        co_return;
-    }
-    const Operation operation(*this);
-    if (wish == m_wish && !m_now.card) {
-        openFirstUsable(probes);
-    }
-    dropBookmarks(probes);
-}
-
-void AppState::openFirstUsable(const QList<CardProbe> &probes)
-{
-    const auto usable = std::ranges::find_if(
-        probes, [](const CardProbe &probe) { return probe.isAccessible() && probe.hasDCIM; });
-    if (usable != probes.end()) {
-        m_scopedCardURL = usable->bookmark;
-        selectCard(usable->card);
-        return;
-    }
-    const auto closed = std::ranges::find_if_not(probes, &CardProbe::isAccessible);
-    if (closed != probes.end()) {
-        m_now.card = closed->card;
-        m_now.phase = Phase::needsAccess();
-    }
-}
-
-void AppState::selectCard(const CardInfo &card)
-{
-    ++m_selection;
-    m_decisions.reset();
-    m_now.card = card;
-    m_now.phase = Phase::cardReady(false);
 }
 
 void AppState::openCard(const CardProbe &probe)
 {
+    m_now.card = m_now.availableCards.at(m_now.indexOf(probe.card));
     if (!probe.isAccessible()) {
         m_now.phase = Phase::needsAccess();
     } else if (!probe.hasDCIM) {
         m_now.phase = Phase::noMedia();
     } else {
-        m_scopedCardURL = probe.bookmark;
-        selectCard(probe.card);
+        selectCard(probe);
     }
+}
+
+void AppState::selectCard(const CardProbe &probe)
+{
+    ++m_selection;
+    m_decisions.reset();
+    m_access = probe.access;
+    m_now.phase = Phase::cardReady(false);
 }
 
 void AppState::switchToCard(const CardInfo &card)
 {
     if (canSwitchCards() && !isCurrent(card)) {
-        openAfterProbe(card);
+        m_opener.ask(card);
     }
 }
 
@@ -295,74 +246,39 @@ void AppState::cycleCard()
     }
 }
 
-QCoro::Task<> AppState::openAfterProbe(CardInfo card)
+void AppState::openAnswered(const CardProbe &probe)
 {
-    const QPointer self(this);
-    const auto wish = ++m_wish;
-    const auto probes = co_await probe(QList<CardInfo>(1, card));
-    if (!self) {
-        co_return;
+    if (!canSwitchCards() || isCurrent(probe.card) || m_now.indexOf(probe.card) < 0) {
+        return;
     }
     const Operation operation(*this);
-    const bool stillWanted =
-        wish == m_wish && canSwitchCards() && !isCurrent(card) && m_now.indexOf(card) >= 0;
-    if (stillWanted) {
-        recordChange();
-        stopScopedAccess();
-        m_decisions.reset();
-        ++m_selection;
-        m_now.session.reset();
-        m_now.card = m_now.availableCards.at(m_now.indexOf(card));
-        openCard(probes.first());
-    }
-    dropBookmarks(probes);
+    recordChange();
+    m_access.reset();
+    m_decisions.reset();
+    ++m_selection;
+    m_now.session.reset();
+    openCard(probe);
 }
 
 void AppState::grantAccess()
 {
     if (m_now.card && m_now.phase.kind == Kind::NeedsAccess) {
-        openGranted(*m_now.card);
+        m_opener.requestAccess(*m_now.card);
     }
 }
 
-QCoro::Task<> AppState::openGranted(CardInfo card)
+void AppState::openGranted(const CardProbe &probe)
 {
-    const QPointer self(this);
-    const auto wish = ++m_wish;
-    const auto ask = [card, access = m_services.access] {
-        return access->requestAccess(card.volumeURL, card.name);
-    };
-    const auto granted = co_await QtConcurrent::run(&m_probes, ask);
-    if (!self || !granted) {
-        co_return;
+    if (!isCurrent(probe.card) || m_now.phase.kind != Kind::NeedsAccess) {
+        return;
     }
-    const auto look = [card, files = m_services.fileManager] {
-        return CardScanner::dcimExists(card.volumeURL, *files);
-    };
-    const bool hasDCIM = co_await QtConcurrent::run(&m_probes, look);
-    if (!self) {
-        co_return;
-    }
-    const bool stillWanted =
-        wish == m_wish && isCurrent(card) && m_now.phase.kind == Kind::NeedsAccess;
-    if (!stillWanted) {
-        m_services.access->stopAccess(*granted);
-        co_return;
-    }
-    finishGrant(card, *granted, hasDCIM);
-}
-
-void AppState::finishGrant(const CardInfo &card, const std::filesystem::path &granted, bool hasDCIM)
-{
     const Operation operation(*this);
-    if (!hasDCIM) {
-        m_services.access->stopAccess(granted);
+    if (!probe.hasDCIM) {
         m_now.phase = Phase::noMedia();
         return;
     }
-    m_services.access->saveBookmark(granted, card.volumeUUID);
-    m_scopedCardURL = granted;
-    selectCard(card);
+    m_services.access->saveBookmark(probe.access->url(), m_now.card->volumeUUID);
+    selectCard(probe);
 }
 
 // Culling

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "app/CardInfo.h"
-#include "app/CardProbe.h"
+#include "app/CardOpener.h"
 #include "app/Phase.h"
 #include "app/VolumeWatcher.h"
 #include "core/card/DeleteResult.h"
@@ -17,6 +17,7 @@
 #include <QStringList>
 #include <QThreadPool>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -62,6 +63,8 @@ public:
         DecodePipeline *pipeline = nullptr;
         /// The longest edge of screen images, in pixels.
         std::function<int()> screenMaxPixel;
+        /// How long a card may take to answer before others are opened in its place.
+        std::chrono::milliseconds patience = std::chrono::seconds(5);
     };
 
     /// While one lives, changes are gathered; when the outermost ends, they are told.
@@ -236,17 +239,12 @@ private:
     void tellChangesSince(const Observed &before);
 
     [[nodiscard]] bool isCurrent(const CardInfo &card) const;
-    void selectCard(const CardInfo &card);
+    void openFound(const CardProbe &probe);
+    void openAnswered(const CardProbe &probe);
+    void openGranted(const CardProbe &probe);
     void openCard(const CardProbe &probe);
+    void selectCard(const CardProbe &probe);
     void dropCard();
-    void stopScopedAccess();
-    void dropBookmarks(const QList<CardProbe> &probes);
-    void openFirstUsable(const QList<CardProbe> &probes);
-    [[nodiscard]] QCoro::Task<QList<CardProbe>> probe(QList<CardInfo> cards);
-    QCoro::Task<> openAutomatically(QList<CardInfo> cards);
-    QCoro::Task<> openAfterProbe(CardInfo card);
-    QCoro::Task<> openGranted(CardInfo card);
-    void finishGrant(const CardInfo &card, const std::filesystem::path &granted, bool hasDCIM);
     QCoro::Task<> scan(CardInfo card);
     void finishScan(const QList<MediaItem> &items);
     QCoro::Task<> runDeletion(CardInfo card, QList<MediaItem> rejected, qint64 kept);
@@ -256,19 +254,18 @@ private:
 
     Services m_services;
     std::unique_ptr<VolumeWatcher> m_volumeWatcher;
+    CardOpener m_opener;
 
     Observed m_now;
     Observed m_before; ///< as it was when the outermost operation began
     int m_operationDepth = 0;
 
-    std::optional<std::filesystem::path> m_scopedCardURL;
-    std::optional<Decisions> m_decisions; ///< the last of the current selection
-    qint64 m_selection = 0;               ///< counts selections of a card; ids repeat between them
-    qint64 m_wish = 0; ///< counts wishes for a card; only the newest is fulfilled
-    qint64 m_scan = 0; ///< counts scans; only the newest counts
+    std::shared_ptr<const OpenAccess> m_access; ///< to the card, where it needs one
+    std::optional<Decisions> m_decisions;       ///< the last of the current selection
+    qint64 m_selection = 0; ///< counts selections of a card; ids repeat between them
+    qint64 m_scan = 0;      ///< counts scans; only the newest counts
     std::stop_source m_scanStop;
 
-    QThreadPool m_probes;
     QThreadPool m_scans;
     QThreadPool m_deletions;
 };

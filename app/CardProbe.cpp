@@ -3,15 +3,30 @@
 
 #include "app/CardProbe.h"
 
-#include "app/CardAccess.h"
 #include "core/card/CardScanner.h"
 
-CardProbe CardProbe::of(const CardInfo &card, CardAccess &access, const FileManager &fileManager)
+CardProbe CardProbe::of(const CardInfo &card, const std::shared_ptr<CardAccess> &access,
+                        const FileManager &fileManager)
 {
-    CardProbe probe{.card = card, .readable = access.isReadable(card.volumeURL)};
+    CardProbe probe{.card = card, .readable = access->isReadable(card.volumeURL)};
     if (!probe.readable) {
-        probe.bookmark = access.resolveBookmark(card.volumeUUID);
+        if (const auto url = access->resolveBookmark(card.volumeUUID)) {
+            probe.access = std::make_shared<const OpenAccess>(access, *url);
+        }
     }
     probe.hasDCIM = probe.isAccessible() && CardScanner::dcimExists(card.volumeURL, fileManager);
     return probe;
+}
+
+std::optional<CardProbe> CardProbe::granted(const CardInfo &card,
+                                            const std::shared_ptr<CardAccess> &access,
+                                            const FileManager &fileManager)
+{
+    const auto url = access->requestAccess(card.volumeURL, card.name);
+    if (!url) {
+        return std::nullopt;
+    }
+    return CardProbe{.card = card,
+                     .access = std::make_shared<const OpenAccess>(access, *url),
+                     .hasDCIM = CardScanner::dcimExists(card.volumeURL, fileManager)};
 }

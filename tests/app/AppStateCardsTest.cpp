@@ -73,9 +73,9 @@ private Q_SLOTS:
         m_bench->mountCard("CARD", {});
 
         QTRY_COMPARE(app().phase(), Phase::cardReady(false));
-        QVERIFY(m_bench->access->stopped.empty());
+        QCOMPARE(m_bench->access->stopCount(), size_t(0));
         m_bench->volumes.unmount(root);
-        QTRY_COMPARE(m_bench->access->stopped.size(), size_t(1));
+        QTRY_COMPARE(m_bench->access->stopCount(), size_t(1));
     }
 
     void aGrantStoresABookmarkAndOpensTheCard()
@@ -103,7 +103,7 @@ private Q_SLOTS:
 
         QTRY_COMPARE(app().phase(), Phase::noMedia());
         QVERIFY(m_bench->access->bookmarks.empty());
-        QCOMPARE(m_bench->access->stopped.size(), size_t(1));
+        QTRY_COMPARE(m_bench->access->stopCount(), size_t(1));
     }
 
     void aRefusedGrantChangesNothing()
@@ -181,6 +181,59 @@ private Q_SLOTS:
 
         QTRY_COMPARE(app().cardName(), u"EMPTY1"_s);
         QCOMPARE(app().phase(), Phase::noMedia());
+    }
+
+    void aCardThatHangsHoldsUpNoOther()
+    {
+        m_bench = std::make_unique<Workbench>(std::chrono::milliseconds(20));
+        const auto slow = m_bench->makeCard("SLOW", Workbench::shots(1));
+        m_bench->access->hold(slow);
+        app().start();
+        m_bench->mountCard("SLOW", {});
+        m_bench->mountCard("CARD", Workbench::shots(1));
+
+        QTRY_COMPARE(app().cardName(), u"CARD"_s);
+        QCOMPARE(app().phase(), Phase::cardReady(false));
+        m_bench->access->letGo(slow);
+        QTest::qWait(50);
+        QCOMPARE(app().cardName(), u"CARD"_s);
+    }
+
+    void aCardThatHangsIsOpenedWhenItAnswers()
+    {
+        m_bench = std::make_unique<Workbench>(std::chrono::milliseconds(10));
+        const auto slow = m_bench->makeCard("SLOW", Workbench::shots(1));
+        m_bench->access->hold(slow);
+        app().start();
+        m_bench->mountCard("SLOW", {});
+        QTest::qWait(50);
+        QCOMPARE(app().phase(), Phase::waitingForCard());
+
+        m_bench->access->letGo(slow);
+
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        QCOMPARE(app().cardName(), u"SLOW"_s);
+    }
+
+    void untilAnotherCardAnswersTheCurrentOneStands()
+    {
+        app().start();
+        m_bench->mountCard("ONE", Workbench::shots(1));
+        QTRY_COMPARE(app().cardName(), u"ONE"_s);
+        const auto slow = m_bench->makeCard("SLOW", Workbench::shots(1));
+        m_bench->access->hold(slow);
+        m_bench->mountCard("SLOW", {});
+        QTRY_VERIFY(app().canSwitchCards());
+        app().cycleCard();
+        QTest::qWait(50);
+        QCOMPARE(app().cardName(), u"ONE"_s);
+        QCOMPARE(app().phase(), Phase::cardReady(false));
+        m_bench->volumes.rename(slow, u"RENAMED"_s);
+        QTRY_VERIFY(app().availableCardNames().contains(u"RENAMED"_s));
+
+        m_bench->access->letGo(slow);
+
+        QTRY_COMPARE(app().cardName(), u"RENAMED"_s);
     }
 
     void aRenamedCardKeepsItsSessionAndItsDecisions()
