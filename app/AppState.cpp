@@ -22,19 +22,21 @@ AppState::AppState(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
     , m_opener(m_services.access, m_services.fileManager, m_services.patience)
+    , m_deletion(m_services.fileManager)
 {
     connect(&m_opener, &CardOpener::found, this, &AppState::openFound);
     connect(&m_opener, &CardOpener::answered, this, &AppState::openAnswered);
     connect(&m_opener, &CardOpener::granted, this, &AppState::openGranted);
-    m_deletions.setMaxThreadCount(1);
+    connect(&m_deletion, &DeletionRun::progressed, this, &AppState::showProgress);
+    connect(&m_deletion, &DeletionRun::finished, this, &AppState::finishDelete);
 }
 
 AppState::~AppState()
 {
     m_volumeWatcher.reset();
+    m_deletion.stop();
     m_scanStop.request_stop();
     m_scans.waitForDone();
-    m_deletions.waitForDone();
 }
 
 // What is observed
@@ -186,6 +188,7 @@ void AppState::dropCard()
 {
     m_opener.cancel();
     m_scanStop.request_stop();
+    m_deletion.stop();
     m_access.reset();
     m_decisions.reset();
     m_now.card.reset();
@@ -452,52 +455,33 @@ void AppState::performDelete()
         return;
     }
     const Operation operation(*this);
-    const auto rejected = m_now.session->rejectedItems();
-    const auto kept = m_now.session->items().size() - rejected.size();
+    const auto rejects = m_now.session->rejectedItems();
+    const DeletionRun::Job job = {.volumeURL = m_now.card->volumeURL,
+                                  .rejects = rejects,
+                                  .keptCount = m_now.session->items().size() - rejects.size()};
     m_now.confirmingDelete = false;
-    runDeletion(*m_now.card, rejected, kept);
+    m_now.phase = Phase::deleting(0, job.fileCount());
+    m_deletion.start(job);
 }
 
-QCoro::Task<> AppState::runDeletion(CardInfo card, QList<MediaItem> rejected, qint64 kept)
+void AppState::showProgress(qint64 done, qint64 total)
 {
-    const QPointer self(this);
-    const auto selection = m_selection;
-    const auto urls = DeleteEngine::urls(rejected);
-    m_now.phase = Phase::deleting(0, static_cast<qint64>(urls.size()));
-
-    // The run never outlives the controller, which waits for it; what it posts may.
-    const auto progress = [this, selection](qint64 done, qint64 total) {
-        QMetaObject::invokeMethod(
-            this, [=, this] { showProgress(selection, done, total); }, Qt::QueuedConnection);
-    };
-    const auto run = [urls, card, progress, files = m_services.fileManager] {
-        return DeleteEngine::deleteFiles(urls, card.volumeURL, *files, progress);
-    };
-    const auto result = co_await QtConcurrent::run(&m_deletions, run);
-    if (self && selection == m_selection) {
-        finishDelete(result, rejected, kept);
-    }
-}
-
-void AppState::showProgress(qint64 selection, qint64 done, qint64 total)
-{
-    if (selection == m_selection && isDeleting() && done > m_now.phase.doneCount) {
+    if (isDeleting()) {
         const Operation operation(*this);
         m_now.phase = Phase::deleting(done, total);
     }
 }
 
-void AppState::finishDelete(const DeleteResult &result, const QList<MediaItem> &rejected,
-                            qint64 kept)
+void AppState::finishDelete(const DeletionRun::Job &job, const DeleteResult &result)
 {
     const Operation operation(*this);
-    const auto failedIDs = DeleteEngine::failedItemIDs(rejected, result);
+    const auto failedIDs = DeleteEngine::failedItemIDs(job.rejects, result);
     m_decisions.reset();
     if (!failedIDs.isEmpty()) {
         m_decisions = Decisions{QSet<QString>(failedIDs.begin(), failedIDs.end()), 0};
     }
     m_now.phase = Phase::summary(static_cast<qint64>(result.deleted.size()),
-                                 static_cast<qint64>(result.failures.size()), kept);
+                                 static_cast<qint64>(result.failures.size()), job.keptCount);
 }
 
 void AppState::closeSummary()

@@ -5,9 +5,9 @@
 
 #include "app/CardInfo.h"
 #include "app/CardOpener.h"
+#include "app/DeletionRun.h"
 #include "app/Phase.h"
 #include "app/VolumeWatcher.h"
-#include "core/card/DeleteResult.h"
 #include "core/decode/DecodePipeline.h"
 #include "core/model/CullSession.h"
 
@@ -86,7 +86,7 @@ public:
     };
 
     explicit AppState(Services services, QObject *parent = nullptr);
-    /// Waits for a deletion that is running; a scan ends early.
+    /// Ends a scan early, and a deletion after the file in hand and its folder.
     ~AppState() override;
 
     [[nodiscard]] const Phase &phase() const { return m_now.phase; }
@@ -247,14 +247,14 @@ private:
     void dropCard();
     QCoro::Task<> scan(CardInfo card);
     void finishScan(const QList<MediaItem> &items);
-    QCoro::Task<> runDeletion(CardInfo card, QList<MediaItem> rejected, qint64 kept);
-    void showProgress(qint64 selection, qint64 done, qint64 total);
-    void finishDelete(const DeleteResult &result, const QList<MediaItem> &rejected, qint64 kept);
+    void showProgress(qint64 done, qint64 total);
+    void finishDelete(const DeletionRun::Job &job, const DeleteResult &result);
     [[nodiscard]] bool isDeleting() const;
 
     Services m_services;
     std::unique_ptr<VolumeWatcher> m_volumeWatcher;
     CardOpener m_opener;
+    DeletionRun m_deletion;
 
     Observed m_now;
     Observed m_before; ///< as it was when the outermost operation began
@@ -267,5 +267,4 @@ private:
     std::stop_source m_scanStop;
 
     QThreadPool m_scans;
-    QThreadPool m_deletions;
 };

@@ -3,6 +3,8 @@
 
 #include "tests/app/Workbench.h"
 
+#include <thread>
+
 using namespace Qt::StringLiterals;
 
 /// The deletion and the summary.
@@ -143,6 +145,26 @@ private Q_SLOTS:
         QCOMPARE(app().phase(), Phase::cardReady(false));
     }
 
+    void aCardThatIsDroppedLosesNoFileAfterTheOneInHand()
+    {
+        m_bench->cull(3);
+        m_bench->rejectAll();
+        app().finishCulling();
+        m_bench->files->removalIsHeld = true;
+        app().performDelete();
+        QTRY_COMPARE(m_bench->files->removals.load(), 1);
+        m_bench->volumes.unmount(m_bench->cardRoot);
+        QTRY_COMPARE(app().phase(), Phase::waitingForCard());
+
+        m_bench->files->removalIsHeld = false;
+
+        QTRY_VERIFY(!m_bench->has("DSCF0001.JPG"));
+        QTest::qWait(50);
+        QCOMPARE(m_bench->files->removals.load(), 1);
+        QVERIFY(m_bench->has("DSCF0002.JPG"));
+        QCOMPARE(app().phase(), Phase::waitingForCard());
+    }
+
     void progressNeverGoesBack()
     {
         m_bench->cull(9);
@@ -165,17 +187,29 @@ private Q_SLOTS:
         QCOMPARE(app().phase(), Phase::summary(9, 0, 0));
     }
 
-    void quittingDuringADeletionWaitsForItsEnd()
+    void quittingDuringADeletionEndsAfterTheFileInHand()
     {
-        m_bench->cull(2);
+        m_bench->cull(3);
         m_bench->rejectAll();
         app().finishCulling();
-
+        m_bench->files->removalIsHeld = true;
         app().performDelete();
+        QTRY_COMPARE(m_bench->files->removals.load(), 1);
+        std::atomic_bool quits = false;
+        std::jthread letsGo([&] {
+            quits.wait(false);
+            QThread::msleep(100); // until it waits for the run
+            m_bench->files->removalIsHeld = false;
+        });
+
+        quits = true;
+        quits.notify_one();
         m_bench->appState.reset();
 
+        QCOMPARE(m_bench->files->removals.load(), 1);
         QVERIFY(!m_bench->has("DSCF0001.JPG"));
-        QVERIFY(!m_bench->has("DSCF0002.JPG"));
+        QVERIFY(m_bench->has("DSCF0002.JPG"));
+        QVERIFY(m_bench->has("DSCF0003.JPG"));
     }
 
 private:

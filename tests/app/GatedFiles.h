@@ -21,6 +21,7 @@ public:
 
     mutable std::atomic_bool scanIsHeld = false;
     mutable std::atomic_bool removalIsHeld = false;
+    mutable std::atomic_int removals = 0; ///< how many have been begun
     std::atomic_bool removalsFail = false;
 
 protected:
@@ -40,6 +41,7 @@ private:
 
         std::error_code remove(const Path &folder, const Path &name) override
         {
+            ++m_gates.removals;
             waitWhile(m_gates.removalIsHeld);
             return m_gates.removalsFail ? std::make_error_code(std::errc::io_error)
                                         : ForwardingHeldCard::remove(folder, name);
