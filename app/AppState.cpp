@@ -11,7 +11,6 @@
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QtConcurrent/qtconcurrentrun.h>
 
 #include <algorithm>
 
@@ -40,26 +39,6 @@ AppState::~AppState()
 }
 
 // What is observed
-
-qint64 AppState::Observed::indexOf(const CardInfo &wanted) const
-{
-    const auto found = std::ranges::find_if(
-        availableCards, [&](const CardInfo &other) { return isSameVolume(other, wanted); });
-    return found != availableCards.end() ? found - availableCards.begin() : -1;
-}
-
-qint64 AppState::Observed::currentCardIndex() const
-{
-    return card ? indexOf(*card) : -1;
-}
-
-bool AppState::Observed::canSwitchCards() const
-{
-    const bool beforeCulling = phase.kind == Kind::CardReady ||
-                               phase.kind == Kind::WaitingForCard ||
-                               phase.kind == Kind::NeedsAccess || phase.kind == Kind::NoMedia;
-    return beforeCulling && availableCards.size() >= 2;
-}
 
 void AppState::beginOperation()
 {
@@ -116,42 +95,6 @@ QStringList AppState::availableCardNames() const
 bool AppState::isCurrent(const CardInfo &card) const
 {
     return m_now.card && isSameVolume(*m_now.card, card);
-}
-
-void AppState::setZoomed(bool zoomed)
-{
-    const Operation operation(*this);
-    m_now.zoomed = zoomed;
-}
-
-void AppState::setZoomPan(QSizeF pan)
-{
-    const Operation operation(*this);
-    m_now.zoomPan = pan;
-}
-
-void AppState::setShowExifBar(bool show)
-{
-    const Operation operation(*this);
-    m_now.showExifBar = show;
-}
-
-void AppState::setReviewSelection(qint64 selection)
-{
-    const Operation operation(*this);
-    m_now.reviewSelection = selection;
-}
-
-void AppState::setReviewEnlarged(bool enlarged)
-{
-    const Operation operation(*this);
-    m_now.reviewEnlarged = enlarged;
-}
-
-void AppState::setConfirmingDelete(bool confirming)
-{
-    const Operation operation(*this);
-    m_now.confirmingDelete = confirming;
 }
 
 // Cards

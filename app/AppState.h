@@ -3,17 +3,15 @@
 
 #pragma once
 
-#include "app/CardInfo.h"
 #include "app/CardOpener.h"
 #include "app/DeletionRun.h"
-#include "app/Phase.h"
+#include "app/Observed.h"
 #include "app/VolumeWatcher.h"
 #include "core/decode/DecodePipeline.h"
 #include "core/model/CullSession.h"
 
 #include <QCoroTask>
 #include <QObject>
-#include <QSizeF>
 #include <QStringList>
 #include <QThreadPool>
 
@@ -131,29 +129,29 @@ public:
     /// Whether the current photo is shown at 100 %.
     [[nodiscard]] bool zoomed() const { return m_now.zoomed; }
 
-    void setZoomed(bool zoomed);
+    void setZoomed(bool zoomed) { set(m_now.zoomed, zoomed); }
 
     /// Offset of the zoomed picture in points.
     [[nodiscard]] QSizeF zoomPan() const { return m_now.zoomPan; }
 
-    void setZoomPan(QSizeF pan);
+    void setZoomPan(QSizeF pan) { set(m_now.zoomPan, pan); }
 
     [[nodiscard]] bool showExifBar() const { return m_now.showExifBar; }
 
-    void setShowExifBar(bool show);
+    void setShowExifBar(bool show) { set(m_now.showExifBar, show); }
 
     /// Index into the rejected items.
     [[nodiscard]] qint64 reviewSelection() const { return m_now.reviewSelection; }
 
-    void setReviewSelection(qint64 selection);
+    void setReviewSelection(qint64 selection) { set(m_now.reviewSelection, selection); }
 
     [[nodiscard]] bool reviewEnlarged() const { return m_now.reviewEnlarged; }
 
-    void setReviewEnlarged(bool enlarged);
+    void setReviewEnlarged(bool enlarged) { set(m_now.reviewEnlarged, enlarged); }
 
     [[nodiscard]] bool confirmingDelete() const { return m_now.confirmingDelete; }
 
-    void setConfirmingDelete(bool confirming);
+    void setConfirmingDelete(bool confirming) { set(m_now.confirmingDelete, confirming); }
 
     /// Counts recorded changes of the session; whoever shows its content follows this.
     [[nodiscard]] qint64 changeCount() const { return m_now.changeCount; }
@@ -208,31 +206,18 @@ Q_SIGNALS:
     void changeCountChanged();
 
 private:
-    /// Everything that notifies.
-    struct Observed {
-        Phase phase;
-        std::optional<CardInfo> card;
-        QList<CardInfo> availableCards;
-        std::shared_ptr<CullSession> session;
-        bool zoomed = false;
-        QSizeF zoomPan = {0, 0};
-        bool showExifBar = true;
-        qint64 reviewSelection = 0;
-        bool reviewEnlarged = false;
-        bool confirmingDelete = false;
-        qint64 changeCount = 0;
-
-        /// Of the same volume among the available cards, -1 when it is not there.
-        [[nodiscard]] qint64 indexOf(const CardInfo &wanted) const;
-        [[nodiscard]] qint64 currentCardIndex() const;
-        [[nodiscard]] bool canSwitchCards() const;
-    };
-
     /// The decisions on the selected card, for culling that starts again.
     struct Decisions {
         QSet<QString> rejectedIDs;
         qint64 currentIndex = 0;
     };
+
+    template<typename Value>
+    void set(Value &value, Value wanted)
+    {
+        const Operation operation(*this);
+        value = wanted;
+    }
 
     void beginOperation();
     void endOperation();
