@@ -22,6 +22,7 @@
 #include <stop_token>
 
 class CardAccess;
+class CardReads;
 class FileManager;
 class MetadataReading;
 class MountedVolumes;
@@ -59,6 +60,7 @@ public:
         std::shared_ptr<const MetadataReading> reader;
         UserDefaults *defaults = nullptr;
         DecodePipeline *pipeline = nullptr;
+        CardReads *cardReads = nullptr;
         /// The longest edge of screen images, in pixels.
         std::function<int()> screenMaxPixel;
         /// How long a card may take to answer before others are opened in its place.
@@ -112,15 +114,7 @@ public:
 
     [[nodiscard]] DecodePipeline *pipeline() const { return m_services.pipeline; }
 
-    [[nodiscard]] const std::shared_ptr<FileManager> &fileManager() const
-    {
-        return m_services.fileManager;
-    }
-
-    [[nodiscard]] const std::shared_ptr<const MetadataReading> &reader() const
-    {
-        return m_services.reader;
-    }
+    [[nodiscard]] CardReads *cardReads() const { return m_services.cardReads; }
 
     [[nodiscard]] UserDefaults *defaults() const { return m_services.defaults; }
 

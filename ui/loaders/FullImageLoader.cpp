@@ -3,7 +3,7 @@
 
 #include "ui/loaders/FullImageLoader.h"
 
-#include "ui/loaders/CardReads.h"
+#include "app/CardReads.h"
 
 #include <QCoroFuture>
 
@@ -71,7 +71,7 @@ QCoro::Task<> FullImageLoader::load(MediaItem item, std::stop_token stop)
     const QPointer self(this);
 
     // Both begin now; the one that takes longer decides when they are there.
-    const auto metadataRead = CardReads::metadata(*m_appState, item.displayURL(), std::move(stop));
+    const auto metadataRead = m_appState->cardReads()->metadata(item.displayURL(), std::move(stop));
     const QImage image = co_await m_appState->pipeline()->fullImage(item);
     const auto metadata = co_await metadataRead;
 

@@ -3,7 +3,8 @@
 
 #include "ui/loaders/MetadataLoader.h"
 
-#include "ui/loaders/CardReads.h"
+#include "app/CardReads.h"
+
 #include "ui/loaders/MetadataTexts.h"
 
 #include <QCoroFuture>
@@ -68,7 +69,8 @@ QCoro::Task<> MetadataLoader::load(MediaItem item, std::stop_token stop)
     const auto generation = m_generation;
     const QPointer self(this);
 
-    const auto meta = co_await CardReads::metadata(*m_appState, item.displayURL(), std::move(stop));
+    const auto meta =
+        co_await m_appState->cardReads()->metadata(item.displayURL(), std::move(stop));
 
     if (!self || generation != m_generation || m_meta == meta) {
         co_return;
