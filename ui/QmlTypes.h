@@ -97,6 +97,14 @@ struct PixelImageForQml {
     QML_NAMED_ELEMENT(PixelImage)
 };
 
+/// One for each engine, which ends it after the items.
+struct ScalingPoolForQml {
+    Q_GADGET
+    QML_FOREIGN(ScalingPool)
+    QML_NAMED_ELEMENT(ScalingPool)
+    QML_SINGLETON
+};
+
 struct SymbolForQml {
     Q_GADGET
     QML_FOREIGN(Symbol)

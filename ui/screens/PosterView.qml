@@ -22,6 +22,7 @@ Item {
     }
 
     FitImage {
+        pool: ScalingPool
         anchors.fill: parent
         image: poster.image
     }
