@@ -65,6 +65,7 @@ void AppState::tellChangesSince(const Observed &before)
     };
     tell(before.availableCards != now.availableCards, &AppState::availableCardsChanged);
     tell(before.card != now.card, &AppState::cardChanged);
+    tell(before.cardIsReadOnly != now.cardIsReadOnly, &AppState::cardIsReadOnlyChanged);
     tell(before.currentCardIndex() != now.currentCardIndex(), &AppState::currentCardIndexChanged);
     tell(before.session != now.session, &AppState::sessionChanged);
     tell(before.changeCount != now.changeCount, &AppState::changeCountChanged);
@@ -135,6 +136,7 @@ void AppState::dropCard()
     m_access.reset();
     m_decisions.reset();
     m_now.card.reset();
+    m_now.cardIsReadOnly = false;
     m_now.session.reset();
     m_now.zoomed = false;
     m_now.reviewEnlarged = false;
@@ -154,6 +156,7 @@ void AppState::openFound(const CardProbe &probe)
 void AppState::openCard(const CardProbe &probe)
 {
     m_now.card = m_now.availableCards.at(m_now.indexOf(probe.card));
+    m_now.cardIsReadOnly = probe.readOnly;
     if (!probe.isAccessible()) {
         m_now.phase = Phase::needsAccess();
     } else if (!probe.hasDCIM) {
@@ -219,6 +222,7 @@ void AppState::openGranted(const CardProbe &probe)
         return;
     }
     const Operation operation(*this);
+    m_now.cardIsReadOnly = probe.readOnly;
     if (!probe.hasDCIM) {
         m_now.phase = Phase::noMedia();
         return;

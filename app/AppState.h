@@ -37,6 +37,7 @@ class AppState : public QObject {
     Q_OBJECT
     Q_PROPERTY(Phase phase READ phase NOTIFY phaseChanged)
     Q_PROPERTY(QString cardName READ cardName NOTIFY cardChanged)
+    Q_PROPERTY(bool cardIsReadOnly READ cardIsReadOnly NOTIFY cardIsReadOnlyChanged)
     Q_PROPERTY(QStringList availableCardNames READ availableCardNames NOTIFY availableCardsChanged)
     Q_PROPERTY(qint64 currentCardIndex READ currentCardIndex NOTIFY currentCardIndexChanged)
     Q_PROPERTY(bool canSwitchCards READ canSwitchCards NOTIFY canSwitchCardsChanged)
@@ -95,6 +96,10 @@ public:
 
     /// Empty without a card.
     [[nodiscard]] QString cardName() const;
+
+    /// Whether nothing can be deleted from the card, as far as it is known: its lock is set, or it
+    /// is damaged.
+    [[nodiscard]] bool cardIsReadOnly() const { return m_now.cardIsReadOnly; }
 
     /// Every mounted volume that could be a card, in the watcher's order.
     [[nodiscard]] const QList<CardInfo> &availableCards() const { return m_now.availableCards; }
@@ -186,6 +191,7 @@ public:
 Q_SIGNALS:
     void phaseChanged();
     void cardChanged();
+    void cardIsReadOnlyChanged();
     void availableCardsChanged();
     void currentCardIndexChanged();
     void canSwitchCardsChanged();

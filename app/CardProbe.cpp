@@ -4,6 +4,15 @@
 #include "app/CardProbe.h"
 
 #include "core/card/CardScanner.h"
+#include "platform/files/FileManager.h"
+
+/// What is asked of a card that is accessible.
+static void lookInto(CardProbe &probe, const FileManager &fileManager)
+{
+    const auto &root = probe.card.volumeURL;
+    probe.hasDCIM = CardScanner::dcimExists(root, fileManager);
+    probe.readOnly = fileManager.isReadOnly(root);
+}
 
 CardProbe CardProbe::of(const CardInfo &card, const std::shared_ptr<CardAccess> &access,
                         const FileManager &fileManager)
@@ -14,7 +23,9 @@ CardProbe CardProbe::of(const CardInfo &card, const std::shared_ptr<CardAccess> 
             probe.access = std::make_shared<const OpenAccess>(access, *url);
         }
     }
-    probe.hasDCIM = probe.isAccessible() && CardScanner::dcimExists(card.volumeURL, fileManager);
+    if (probe.isAccessible()) {
+        lookInto(probe, fileManager);
+    }
     return probe;
 }
 
@@ -26,7 +37,7 @@ std::optional<CardProbe> CardProbe::granted(const CardInfo &card,
     if (!url) {
         return std::nullopt;
     }
-    return CardProbe{.card = card,
-                     .access = std::make_shared<const OpenAccess>(access, *url),
-                     .hasDCIM = CardScanner::dcimExists(card.volumeURL, fileManager)};
+    CardProbe probe{.card = card, .access = std::make_shared<const OpenAccess>(access, *url)};
+    lookInto(probe, fileManager);
+    return probe;
 }

@@ -19,6 +19,7 @@ struct CardProbe {
     /// By a grant, stored or new; a stored one is asked for only when the card is not readable.
     std::shared_ptr<const OpenAccess> access = {};
     bool hasDCIM = false;
+    bool readOnly = false; ///< nothing can be deleted from it; asked only when it is accessible
 
     [[nodiscard]] bool isAccessible() const { return readable || access; }
 

@@ -18,6 +18,7 @@ class CullSession;
 struct Observed {
     Phase phase;
     std::optional<CardInfo> card;
+    bool cardIsReadOnly = false;
     QList<CardInfo> availableCards;
     std::shared_ptr<CullSession> session;
     bool zoomed = false;

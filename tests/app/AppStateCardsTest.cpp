@@ -183,6 +183,43 @@ private Q_SLOTS:
         QCOMPARE(app().phase(), Phase::noMedia());
     }
 
+    void aWriteProtectedCardIsKnownBeforehand()
+    {
+        const auto root = m_bench->makeCard("LOCKED", Workbench::shots(1));
+        m_bench->files->makeReadOnly(root);
+        app().start();
+        m_bench->mountCard("LOCKED", {});
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        QVERIFY(app().cardIsReadOnly());
+
+        m_bench->mountCard("CARD", Workbench::shots(1));
+        QTRY_VERIFY(app().canSwitchCards());
+        app().cycleCard();
+        QTRY_COMPARE(app().cardName(), u"CARD"_s);
+        QVERIFY(!app().cardIsReadOnly());
+        app().cycleCard();
+        QTRY_VERIFY(app().cardIsReadOnly());
+        m_bench->volumes.setVolumes({});
+        QTRY_COMPARE(app().phase(), Phase::waitingForCard());
+        QVERIFY(!app().cardIsReadOnly());
+    }
+
+    void aGrantTellsThatTheCardIsWriteProtected()
+    {
+        const auto root = m_bench->makeCard("LOCKED", Workbench::shots(1));
+        m_bench->files->makeReadOnly(root);
+        m_bench->access->closed.insert(root);
+        app().start();
+        m_bench->mountCard("LOCKED", {});
+        QTRY_COMPARE(app().phase(), Phase::needsAccess());
+        QVERIFY(!app().cardIsReadOnly());
+
+        app().grantAccess();
+
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        QVERIFY(app().cardIsReadOnly());
+    }
+
     void aCardThatHangsHoldsUpNoOther()
     {
         m_bench = std::make_unique<Workbench>(std::chrono::milliseconds(20));

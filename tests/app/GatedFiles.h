@@ -8,6 +8,8 @@
 #include <QThread>
 
 #include <atomic>
+#include <mutex>
+#include <set>
 
 /// A file manager whose scan and removals wait at a gate while it is closed.
 class GatedFiles final : public ForwardingFiles {
@@ -17,6 +19,19 @@ public:
     {
         waitWhile(scanIsHeld);
         return ForwardingFiles::regularFilesBelow(folder);
+    }
+
+    bool isReadOnly(const std::filesystem::path &folder) const override
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_readOnly.contains(folder);
+    }
+
+    /// The card at @p folder is mounted read-only.
+    void makeReadOnly(const std::filesystem::path &folder)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_readOnly.insert(folder);
     }
 
     mutable std::atomic_bool scanIsHeld = false;
@@ -57,4 +72,7 @@ private:
             QThread::msleep(1);
         }
     }
+
+    mutable std::mutex m_mutex;
+    std::set<std::filesystem::path> m_readOnly;
 };

@@ -100,13 +100,21 @@ Item {
         anchors.bottom: parent.bottom
         height: deleteButton.height + 32
 
-        Text {
-            objectName: "hint"
+        Column {
             x: 16
             anchors.verticalCenter: parent.verticalCenter
-            text: qsTr("Esc back · Space enlarge · X rescue · ⏎ delete")
-            color: Look.secondary
-            font.pixelSize: Look.caption
+            spacing: 4
+
+            Text {
+                objectName: "hint"
+                text: qsTr("Esc back · Space enlarge · X rescue · ⏎ delete")
+                color: Look.secondary
+                font.pixelSize: Look.caption
+            }
+
+            ReadOnlyNote {
+                visible: root.appState.cardIsReadOnly
+            }
         }
 
         PushButton {

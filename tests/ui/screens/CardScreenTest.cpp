@@ -46,6 +46,29 @@ private Q_SLOTS:
         QCOMPARE(bench.text(u"message"_s), u"Session found — press ⏎ to resume"_s);
     }
 
+    void aWriteProtectedCardIsToldBelowTheTexts()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.files->makeReadOnly(bench.mountLater("LOCKED", ScreenBench::shots(1)));
+        bench.mountCard("CARD", ScreenBench::shots(1));
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        QVERIFY(!bench.find(u"readOnlyNote"_s));
+        bench.mountCard("LOCKED", {});
+        QTRY_VERIFY(bench.appState.canSwitchCards());
+
+        bench.key(Qt::Key_Tab);
+
+        QTRY_VERIFY(bench.find(u"readOnlyNote"_s));
+        QCOMPARE(bench.text(u"readOnlyNote"_s),
+                 u"This card is write-protected. Kestle cannot delete from it."_s);
+        const auto rect = [&](const QString &name) {
+            return WindowBench::rectOf(bench.find(name));
+        };
+        QTRY_VERIFY(rect(u"readOnlyNote"_s).top() > rect(u"message"_s).bottom());
+        QVERIFY(rect(u"readOnlyNote"_s).bottom() < rect(u"startButton"_s).top());
+    }
+
     void aClosedCardAsksForAccess()
     {
         WindowBench bench;

@@ -55,6 +55,26 @@ private Q_SLOTS:
         QVERIFY(std::abs(left - right) <= 1);
     }
 
+    void aWriteProtectedCardIsToldInTheFooter()
+    {
+        WindowBench bench;
+        review(bench, 2);
+        QVERIFY(!bench.find(u"readOnlyNote"_s));
+        WindowBench locked;
+        locked.files->makeReadOnly(locked.mountLater("CARD", {}));
+
+        review(locked, 2);
+
+        QVERIFY(locked.find(u"readOnlyNote"_s));
+        QCOMPARE(locked.text(u"readOnlyNote"_s),
+                 u"This card is write-protected. Kestle cannot delete from it."_s);
+        const auto note = WindowBench::rectOf(locked.find(u"readOnlyNote"_s));
+        QVERIFY(note.top() > WindowBench::rectOf(locked.find(u"grid"_s)).bottom());
+        QVERIFY(note.bottom() <= locked.window->height());
+        QVERIFY(note.right() < WindowBench::rectOf(locked.find(u"deleteButton"_s)).left());
+        QVERIFY(locked.find(u"deleteButton"_s)->isEnabled());
+    }
+
     void aClickSelectsACell()
     {
         WindowBench bench;
