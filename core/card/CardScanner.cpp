@@ -34,7 +34,7 @@ public:
     WatchedCard(const std::filesystem::path &volumeURL, const FileManager &fileManager)
     {
         std::error_code error;
-        m_card = fileManager.hold(fileManager.resolvingSymlinks(volumeURL), error);
+        m_card = fileManager.hold(volumeURL, error);
         if (m_card) {
             m_card->chooseWitness({});
         }

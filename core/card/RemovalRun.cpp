@@ -34,9 +34,9 @@ RemovalRun::RemovalRun(const std::vector<Location> &urls, const Location &volume
     : m_urls(urls)
     , m_fileManager(fileManager)
 {
+    m_card = fileManager.hold(volumeURL, m_death); // before all else: this card, and no later one
     const auto root = fileManager.resolvingSymlinks(volumeURL);
     m_rootPrefix = withTrailingSeparator(root.native());
-    m_card = fileManager.hold(root, m_death);
     std::set<Location> doomed;
     for (const auto &url : urls) {
         m_targets.push_back(targetAt(url));

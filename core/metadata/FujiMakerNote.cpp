@@ -3,6 +3,8 @@
 
 #include "core/metadata/FujiMakerNote.h"
 
+#include "core/text/DecimalText.h"
+
 #include <QHash>
 
 #include <cmath>
@@ -77,7 +79,7 @@ Text tone(std::optional<qint64> value)
     }
     const double steps = static_cast<double>(*value) * step;
     const int decimals = steps == std::trunc(steps) ? 0 : 2;
-    return (steps > 0 ? u"+"_s : u""_s) + QString::number(steps, 'f', decimals);
+    return (steps > 0 ? u"+"_s : u""_s) + decimalText(steps, decimals);
 }
 
 Text grain(const PropertyDictionary &note)

@@ -3,6 +3,8 @@
 
 #include "core/metadata/ImageMetadata.h"
 
+#include "core/text/DecimalText.h"
+
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -12,12 +14,13 @@ constexpr double decimalThreshold = 0.4;
 
 std::optional<QString> ImageMetadata::exposureText() const
 {
-    if (!exposureTime || !(*exposureTime > 0)) {
+    if (!exposureTime || !(*exposureTime > 0) || !std::isfinite(*exposureTime) ||
+        !std::isfinite(1 / *exposureTime)) {
         return std::nullopt;
     }
     if (*exposureTime >= decimalThreshold) {
-        return QString::asprintf("%.1fs", *exposureTime);
+        return decimalText(*exposureTime, 1) + u's';
     }
-    // As text of a rounded double: the inverse of a denormal time exceeds every integer type.
-    return u"1/%1s"_s.arg(std::round(1 / *exposureTime), 0, 'f', 0);
+    // As text of a rounded double: the inverse of a tiny time exceeds every integer type.
+    return u"1/"_s + decimalText(std::round(1 / *exposureTime), 0) + u's';
 }

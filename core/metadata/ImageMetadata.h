@@ -31,7 +31,7 @@ struct ImageMetadata {
     std::optional<FujiSettings> fuji = {};
 
     /// The exposure time for display, "1/250s" or, from 0.4 s on, "0.5s". Absent without a time
-    /// above zero.
+    /// above zero that is finite and has a finite inverse.
     [[nodiscard]] std::optional<QString> exposureText() const;
 
     bool operator==(const ImageMetadata &) const = default;

@@ -53,7 +53,7 @@ public:
     /// read-only.
     [[nodiscard]] virtual bool isReadOnly(const std::filesystem::path &folder) const = 0;
 
-    /// Holds the card whose root is @p root, links resolved. Null and @p error on failure.
+    /// Holds the card whose root is @p root, links followed. Null and @p error on failure.
     [[nodiscard]] virtual std::unique_ptr<HeldCard> hold(const std::filesystem::path &root,
                                                          std::error_code &error) const = 0;
 };

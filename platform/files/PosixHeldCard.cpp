@@ -25,7 +25,7 @@ static bool isUnsupported(int error)
 
 FileDescriptor PosixHeldCard::openRoot(const std::filesystem::path &root, std::error_code &error)
 {
-    const int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+    const int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
     FileDescriptor descriptor(::open(root.c_str(), flags | O_NOATIME));
     if (!descriptor.isOpen() && errno == EPERM) {
         descriptor = FileDescriptor(::open(root.c_str(), flags));

@@ -7,6 +7,7 @@
 #include "platform/imageio/LibRawThumbnail.h"
 #include "platform/imageio/RafHeader.h"
 #include "platform/imageio/TiffReader.h"
+#include "platform/imageio/X3fDirectory.h"
 
 #include <QSet>
 
@@ -115,9 +116,15 @@ QList<EmbeddedJpegs::Candidate> EmbeddedJpegs::find(PagedReader &reader, FileKin
             addCandidate(candidates, reader, header->jpeg);
         }
         return candidates;
+    case FileKind::X3f:
+        if (const auto directory = X3fDirectory::read(reader)) {
+            for (const auto &jpeg : directory->jpegs) {
+                addCandidate(candidates, reader, jpeg);
+            }
+        }
+        return candidates;
     case FileKind::Cr3:
     case FileKind::Ciff:
-    case FileKind::X3f:
     case FileKind::Other:
     case FileKind::Unknown:
         addCandidate(candidates, reader, LibRawThumbnail::find(reader.file()));

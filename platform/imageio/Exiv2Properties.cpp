@@ -5,7 +5,7 @@
 
 #include <exiv2/exiv2.hpp>
 
-#include <array>
+#include <mutex>
 
 using namespace Qt::StringLiterals;
 
@@ -14,13 +14,22 @@ namespace {
 /// These are files of cameras long gone: the largest have some 10 MiB.
 constexpr qint64 largestFile = qint64{64} * 1024 * 1024;
 
+/// Exiv2 asks for this around the registration of XMP namespaces. Recursive, as what its
+/// documentation recommends is.
+void lockNamespaces(void *mutex, bool lock)
+{
+    auto &namespaces = *static_cast<std::recursive_mutex *>(mutex);
+    lock ? namespaces.lock() : namespaces.unlock();
+}
+
 /// Exiv2's XMP toolkit is not initialised by itself when two threads meet there first, and its
 /// warnings go to the terminal by default.
 void prepare()
 {
+    static std::recursive_mutex namespaces;
     [[maybe_unused]] static const bool prepared = [] {
         Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute);
-        return Exiv2::XmpParser::initialize();
+        return Exiv2::XmpParser::initialize(lockNamespaces, &namespaces);
     }();
 }
 

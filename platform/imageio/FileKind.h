@@ -18,6 +18,7 @@ enum class FileKind {
     Media,
     /// Canon's CRW.
     Ciff,
+    /// Sigma's.
     X3f,
     /// Minolta's MRW and PNG: not a card's business, but they turn up under names that are.
     Other,

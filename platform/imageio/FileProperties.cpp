@@ -10,6 +10,7 @@
 #include "platform/imageio/HeifItems.h"
 #include "platform/imageio/JpegMarkers.h"
 #include "platform/imageio/RafHeader.h"
+#include "platform/imageio/X3fDirectory.h"
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +45,25 @@ Properties rafProperties(PagedReader &reader)
     }
     auto properties = jpegProperties(reader, header->jpeg).value_or(PropertyDictionary());
     ExifProperties::addPixelSize(properties, header->width, header->height);
+    return properties;
+}
+
+/// As with RAF; of several embedded JPEGs only one has an EXIF block.
+Properties x3fProperties(PagedReader &reader)
+{
+    const auto directory = X3fDirectory::read(reader);
+    if (!directory) {
+        return std::nullopt;
+    }
+    PropertyDictionary properties;
+    for (const auto &jpeg : directory->jpegs) {
+        const auto markers = JpegMarkers::read(reader, jpeg);
+        if (markers && markers->exif) {
+            properties = fromBlock(reader, markers->exif);
+            break;
+        }
+    }
+    ExifProperties::addPixelSize(properties, directory->width, directory->height);
     return properties;
 }
 
@@ -139,6 +159,7 @@ std::optional<PropertyDictionary> FileProperties::read(const InputFile &file)
     case FileKind::Other:
         return Exiv2Properties::read(file);
     case FileKind::X3f:
+        return x3fProperties(reader);
     case FileKind::Unknown:
         break;
     }

@@ -24,9 +24,10 @@ struct FullBox {
     ByteCursor content;
 };
 
-FullBox fullBox(PagedReader &reader, const BoxReader::Box &box)
+/// At most @p length bytes of it, when no more are of interest.
+FullBox fullBox(PagedReader &reader, const BoxReader::Box &box, qint64 length = largestBox)
 {
-    ByteCursor content(reader.bytes(box.content.offset, std::min(box.content.length, largestBox)));
+    ByteCursor content(reader.bytes(box.content.offset, std::min(box.content.length, length)));
     const auto version = static_cast<int>(content.take(1));
     const auto flags = static_cast<quint32>(content.take(3));
     return {version, flags, content};
@@ -50,8 +51,10 @@ std::optional<quint64> primaryItem(PagedReader &reader, const Boxes &meta)
     return content.failed() ? std::nullopt : std::optional(item);
 }
 
-/// The numbers, counted from 1, of the properties of @p item, in their order.
-QList<qsizetype> propertyNumbers(PagedReader &reader, const BoxReader::Box &box, quint64 item)
+/// The numbers, counted from 1, of the properties of @p item, in their order; nothing when the box
+/// does not name the item.
+std::optional<QList<qsizetype>> propertyNumbers(PagedReader &reader, const BoxReader::Box &box,
+                                                quint64 item)
 {
     auto [version, flags, content] = fullBox(reader, box);
     const auto itemCount = content.take(4);
@@ -67,13 +70,14 @@ QList<qsizetype> propertyNumbers(PagedReader &reader, const BoxReader::Box &box,
             return numbers;
         }
     }
-    return {};
+    return std::nullopt;
 }
 
 void applyProperty(HeifItems &items, PagedReader &reader, const BoxReader::Box &box)
 {
     if (box.type == "ispe") {
-        auto [version, flags, content] = fullBox(reader, box);
+        constexpr qint64 wholeLength = 12;
+        auto [version, flags, content] = fullBox(reader, box, wholeLength);
         const auto width = static_cast<qint64>(content.take(4));
         const auto height = static_cast<qint64>(content.take(4));
         if (!content.failed() && width > 0 && height > 0) {
@@ -115,11 +119,15 @@ void readProperties(HeifItems &items, PagedReader &reader, const Boxes &meta, qu
             continue;
         }
         const auto numbers = propertyNumbers(reader, box, item);
-        for (const auto number : numbers) {
+        if (!numbers) {
+            continue;
+        }
+        for (const auto number : *numbers) {
             if (number >= 1 && number <= all.size()) {
                 applyProperty(items, reader, all.at(number - 1));
             }
         }
+        return; // the standard allows one box to name an item
     }
 }
 
@@ -135,7 +143,8 @@ std::optional<quint64> exifItem(PagedReader &reader, const Boxes &meta)
     }
     const auto entries = inside(reader, *box, version.at(0) == 0 ? 6 : 8);
     for (const auto &entry : entries) {
-        auto [entryVersion, flags, content] = fullBox(reader, entry);
+        constexpr qint64 typeEnd = 14;
+        auto [entryVersion, flags, content] = fullBox(reader, entry, typeEnd);
         if (entry.type != "infe" || entryVersion < 2) {
             continue;
         }
@@ -171,25 +180,25 @@ std::optional<ByteRange> location(PagedReader &reader, const Boxes &meta, quint6
         const auto method = version > 0 ? content.take(2) & 0xf : 0;
         content.skip(2);
         const auto base = content.take(baseSize);
-        const auto extents = content.take(2);
-        for (quint64 extent = 0; extent < extents && !content.failed(); ++extent) {
-            content.skip(indexSize);
-            const auto offset = static_cast<qint64>(base + content.take(offsetSize));
-            const auto length = static_cast<qint64>(content.take(lengthSize));
-            if (id != item || content.failed()) {
-                continue;
-            }
-            const auto data = BoxReader::find(meta, "idat");
-            const bool inItemData = method == 1 && data;
-            if (offset < 0 || length < 0 || method > 1 || (method == 1 && !data)) {
-                return std::nullopt;
-            }
-            const auto from = inItemData ? data->content.offset : 0;
-            if (offset > reader.size() - from) {
-                return std::nullopt;
-            }
-            return ByteRange{from + offset, std::min(length, reader.size() - from - offset)};
+        const auto extents = static_cast<qsizetype>(content.take(2));
+        if (id != item) {
+            content.skip(extents * (indexSize + offsetSize + lengthSize));
+            continue;
         }
+        content.skip(indexSize);
+        const auto offset = static_cast<qint64>(base + content.take(offsetSize));
+        const auto length = static_cast<qint64>(content.take(lengthSize));
+        const auto data = BoxReader::find(meta, "idat");
+        const bool inItemData = method == 1 && data;
+        if (extents == 0 || content.failed() || offset < 0 || length < 0 || method > 1 ||
+            (method == 1 && !data)) {
+            return std::nullopt;
+        }
+        const auto from = inItemData ? data->content.offset : 0;
+        if (offset > reader.size() - from) {
+            return std::nullopt;
+        }
+        return ByteRange{from + offset, std::min(length, reader.size() - from - offset)};
     }
     return std::nullopt;
 }

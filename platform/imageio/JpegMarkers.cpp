@@ -16,6 +16,8 @@ constexpr uchar app1 = 0xe1;
 constexpr uchar app2 = 0xe2;
 /// Far more than cameras write. A walk that is longer goes through somebody's joke.
 constexpr int mostSegments = 1000;
+/// Of fill bytes (B.1.1.2) and of stray ones, in all.
+constexpr int mostSkippedBytes = 64 * 1024;
 
 bool isFrame(uchar marker)
 {
@@ -67,20 +69,21 @@ std::optional<JpegMarkers> JpegMarkers::read(PagedReader &reader, ByteRange rang
     JpegMarkers markers;
     const auto end = range.offset + std::min(range.length, reader.size() - range.offset);
     auto at = range.offset + 2;
-    for (int segment = 0; segment < mostSegments; ++segment) {
+    int segments = 0;
+    int skippedBytes = 0;
+    while (segments < mostSegments && skippedBytes < mostSkippedBytes) {
         const auto head = reader.bytes(at, 2);
         if (head.isEmpty() || at + 2 > end) {
             break;
         }
         const auto marker = static_cast<uchar>(head.at(1));
-        if (static_cast<uchar>(head.at(0)) != 0xff) {
-            ++at; // stray bytes between segments are common, and decoders skip them too
-            continue;
-        }
-        if (marker == 0xff) {
+        // Stray bytes between segments are common, and decoders skip them too.
+        if (static_cast<uchar>(head.at(0)) != 0xff || marker == 0xff) {
             ++at;
+            ++skippedBytes;
             continue;
         }
+        ++segments;
         at += 2;
         if (standsAlone(marker)) {
             continue;

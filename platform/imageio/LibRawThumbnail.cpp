@@ -3,10 +3,11 @@
 
 #include "platform/imageio/LibRawThumbnail.h"
 
+#include "platform/imageio/LibRawStream.h"
+
 #include <libraw/libraw.h>
 
 #include <memory>
-#include <string>
 
 namespace {
 
@@ -30,11 +31,10 @@ public:
 
 ByteRange LibRawThumbnail::find(const InputFile &file)
 {
-    // The open file by its number: its name may belong to another by now.
-    const auto path = "/proc/self/fd/" + std::to_string(file.descriptor());
     try {
+        LibRawStream stream(file); // the finder refers to it to its end
         const auto finder = std::make_unique<Finder>();
-        if (finder->open_file(path.c_str()) != LIBRAW_SUCCESS) {
+        if (finder->open_datastream(&stream) != LIBRAW_SUCCESS) {
             return {};
         }
         return finder->range();

@@ -40,14 +40,15 @@ QSize sensorSize(const PropertyDictionary &properties)
             static_cast<int>(integerValue(properties, u"PixelHeight"_s).value_or(0))};
 }
 
-/// Cameras crop a little when they develop, and one edge more when another aspect ratio is set.
+/// Cameras crop a little when they develop, and one edge more when another aspect ratio is set. Of
+/// a sensor whose size is unknown no picture counts as whole.
 bool isFullSize(QSize picture, QSize sensor)
 {
     const auto longest = [](QSize size) { return std::max(size.width(), size.height()); };
     const auto shortest = [](QSize size) { return std::min(size.width(), size.height()); };
     constexpr double most = 0.9;
-    return longest(picture) >= most * longest(sensor) ||
-           shortest(picture) >= most * shortest(sensor);
+    return !sensor.isEmpty() && (longest(picture) >= most * longest(sensor) ||
+                                 shortest(picture) >= most * shortest(sensor));
 }
 
 /// The RAW file's orientation holds for its previews, but for one that stands upright already

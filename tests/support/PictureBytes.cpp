@@ -153,6 +153,31 @@ QByteArray PictureBytes::raf(const QByteArray &stream, QSize sensor)
     return header.leftJustified(jpegAt, '\0') + stream + records;
 }
 
+QByteArray PictureBytes::x3f(const QByteArray &stream, QSize sensor, quint16 version)
+{
+    const auto section = [](quint64 format, const QByteArray &content) {
+        return "SECi" + number(0x20000, 4) + number(2, 4) + number(format, 4) +
+               QByteArray(12, '\0') + content;
+    };
+    const auto entry = [](qsizetype offset, qsizetype length, const QByteArray &type) {
+        return number(static_cast<quint64>(offset), 4) + number(static_cast<quint64>(length), 4) +
+               type;
+    };
+    auto header = "FOVb" + number(0, 2) + number(version, 2);
+    header = header.leftJustified(version >= 4 ? 40 : 28, '\0') +
+             number(static_cast<quint64>(sensor.width()), 4) +
+             number(static_cast<quint64>(sensor.height()), 4);
+    header = header.leftJustified(264, '\0');
+    const auto bitmap = section(3, QByteArray(12, '\x7f'));
+    const auto picture = section(18, stream);
+    const auto pictureAt = header.size() + bitmap.size();
+    const auto directoryAt = pictureAt + picture.size();
+    return header + bitmap + picture + "SECd" + number(0x20000, 4) + number(3, 4) +
+           entry(header.size(), bitmap.size(), "IMAG") +
+           entry(header.size(), bitmap.size(), "PROP") + entry(pictureAt, picture.size(), "IMA2") +
+           number(static_cast<quint64>(directoryAt), 4);
+}
+
 QImage PictureBytes::corners(QSize size)
 {
     QImage image(size, QImage::Format_RGB32);
@@ -168,6 +193,8 @@ QImage PictureBytes::corners(QSize size)
 
 void PictureBytes::write(const std::filesystem::path &path, const QByteArray &bytes)
 {
+    // Anew: some file systems flush a file that is cut to nothing and written again.
+    std::filesystem::remove(path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), bytes.size());

@@ -54,6 +54,9 @@ struct Field {
 /// A RAF file around @p stream, whose sensor has the size @p sensor.
 [[nodiscard]] QByteArray raf(const QByteArray &stream, QSize sensor);
 
+/// A file of Sigma around @p stream, in front of which stands a picture of another format.
+[[nodiscard]] QByteArray x3f(const QByteArray &stream, QSize sensor, quint16 version = 2);
+
 /// A picture whose corners differ: red, green, blue and white, from the top left in reading
 /// direction.
 [[nodiscard]] QImage corners(QSize size);

@@ -4,6 +4,7 @@
 #include "ui/loaders/MetadataTexts.h"
 
 #include "core/metadata/ImageMetadata.h"
+#include "core/text/DecimalText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +23,7 @@ QStringList MetadataTexts::capture(const ImageMetadata &metadata)
                      QString::number(*metadata.pixelHeight));
     }
     if (metadata.aperture) {
-        texts.append(u"ƒ/"_s + QString::number(*metadata.aperture, 'f', 1));
+        texts.append(u"ƒ/"_s + decimalText(*metadata.aperture, 1));
     }
     append(texts, {}, metadata.exposureText());
     if (metadata.iso) {

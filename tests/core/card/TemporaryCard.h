@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <filesystem>
@@ -13,7 +14,13 @@
 class TemporaryCard {
 public:
     TemporaryCard()
-        : m_root(std::filesystem::canonical(m_folder.path().toStdString()) / "CARD")
+        : TemporaryCard(QDir::tempPath())
+    {
+    }
+
+    explicit TemporaryCard(const QString &parentFolder)
+        : m_folder(parentFolder + QStringLiteral("/card-XXXXXX"))
+        , m_root(std::filesystem::canonical(m_folder.path().toStdString()) / "CARD")
     {
         std::filesystem::create_directory(m_root);
     }

@@ -183,12 +183,13 @@ private Q_SLOTS:
 
     void aDateInAnHourThatTheLocalZoneSkipsIsRead()
     {
+        const bool wasSet = qEnvironmentVariableIsSet("TZ");
         const auto zone = qgetenv("TZ");
         qputenv("TZ", "Europe/Berlin");
 
         const auto date = dateOf(u"2024:03:31 02:30:00"_s);
 
-        qputenv("TZ", zone);
+        wasSet ? qputenv("TZ", zone) : qunsetenv("TZ");
         QCOMPARE(date->time(), QTime(2, 30));
     }
 

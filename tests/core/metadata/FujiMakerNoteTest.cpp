@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "core/metadata/FujiMakerNote.h"
+#include "tests/support/GermanNumbers.h"
 
 #include <QTest>
 
@@ -179,6 +180,10 @@ private Q_SLOTS:
         QTest::newRow("a step and a half darker") << qint64(24) << u"-1.50"_s;
         QTest::newRow("four steps") << qint64(-64) << u"+4"_s;
         QTest::newRow("a quarter") << qint64(-4) << u"+0.25"_s;
+        QTest::newRow("a tie goes down to the even digit") << qint64(-2) << u"+0.12"_s;
+        QTest::newRow("a tie goes up to the even digit") << qint64(-6) << u"+0.38"_s;
+        QTest::newRow("a tie below zero") << qint64(10) << u"-0.62"_s;
+        QTest::newRow("thousands") << qint64(-16016) << u"+1001"_s;
     }
 
     void tonesAreSignedSteps()
@@ -190,6 +195,14 @@ private Q_SLOTS:
 
         QTEST(*highlight->highlightTone, "text");
         QTEST(*shadow->shadowTone, "text");
+    }
+
+    void theLocaleDoesNotMatterToTones_data() { tonesAreSignedSteps_data(); }
+
+    void theLocaleDoesNotMatterToTones()
+    {
+        const GermanNumbers german;
+        tonesAreSignedSteps();
     }
 
     void grainHasItsSizeWhereTheSizeIsKnown_data()
@@ -236,6 +249,7 @@ private Q_SLOTS:
         QTest::newRow("less than a step both ways") << qint64(10) << qint64(-10) << u"R0 B0"_s;
         QTest::newRow("truncated toward zero") << qint64(-39) << qint64(39) << u"R-1 B+1"_s;
         QTest::newRow("just below a step") << qint64(-19) << qint64(19) << u"R0 B0"_s;
+        QTest::newRow("thousands") << qint64(20020) << qint64(-20020) << u"R+1001 B-1001"_s;
     }
 
     void whiteBalanceIsShownInSteps()
@@ -246,6 +260,14 @@ private Q_SLOTS:
         const auto settings = parse({{u"WhiteBalanceFineTune"_s, pair(red, blue)}});
 
         QTEST(*settings->whiteBalanceShift, "text");
+    }
+
+    void theLocaleDoesNotMatterToTheWhiteBalance_data() { whiteBalanceIsShownInSteps_data(); }
+
+    void theLocaleDoesNotMatterToTheWhiteBalance()
+    {
+        const GermanNumbers german;
+        whiteBalanceIsShownInSteps();
     }
 };
 

@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -63,7 +64,7 @@ qint64 heifOrientation(const QJsonObject &heif)
     return turn == 90 ? 5 : turn == 180 ? 2 : turn == 270 ? 7 : 4;
 }
 
-/// Files whose sizes and orientation are judged otherwise here, each with its reason.
+/// Files of which the reader and the reference make different things, each with its reason.
 const QHash<QString, QString> &exceptions()
 {
     static const QHash<QString, QString> files = {
@@ -71,13 +72,33 @@ const QHash<QString, QString> &exceptions()
          u"the reference refuses a directory that is cut short; its first entries are good"_s},
         {u"photos/mei_beach.jpg"_s,
          u"its frame says a height of 0, and the reference keeps that as a size"_s},
+        {u"photos/bep_FailedHash-NoDate-sep-remembory.jpg"_s,
+         u"it ends within its tables; the EXIF block before them is good, the reference refuses it"_s},
     };
     return files;
 }
 
+/// Why nothing is asserted of an entry; empty for one that is compared.
+QString reasonToLeaveOut(const QJsonObject &entry)
+{
+    if (entry.value(u"advisoryOnly"_s).toBool()) {
+        return u"damaged: RealFilesTest asks that it is survived"_s;
+    }
+    if (!entry.value(u"readAsImage"_s).toBool()) {
+        return u"a clip: of its content nothing is read"_s;
+    }
+    const auto disputed = entry.value(u"disputed"_s);
+    if (!disputed.isNull()) {
+        return u"disputed: "_s + disputed.toString();
+    }
+    return exceptions().value(entry.value(u"file"_s).toString());
+}
+
 } // namespace
 
-/// Compares the reader with what an independent one finds in several hundred real files.
+/// Compares the reader with what an independent one finds in several hundred real files: in every
+/// JPEG, RAW, HEIF and TIFF file, but for the pixel sizes of RAW files, of which every program has
+/// an idea of its own. Entries that are not compared are skipped with their reason.
 class OracleTest : public QObject {
     Q_OBJECT
 
@@ -86,21 +107,15 @@ private Q_SLOTS:
     {
         const auto folder = qEnvironmentVariable("KESTLE_SHARED_MEDIA");
         QFile oracle(folder + u"/oracle.json"_s);
-        QFile capabilities(folder + u"/capabilities.tsv"_s);
-        if (folder.isEmpty() || !oracle.open(QIODevice::ReadOnly) ||
-            !capabilities.open(QIODevice::ReadOnly)) {
+        if (folder.isEmpty() || !oracle.open(QIODevice::ReadOnly)) {
             QSKIP("the folder of real camera files is missing");
         }
         m_folder = folder;
         m_files = QJsonDocument::fromJson(oracle.readAll()).object().value(u"files"_s).toArray();
-        const auto lines = capabilities.readAll().split('\n');
-        for (const auto &line : lines) {
-            const auto columns = line.split('\t');
-            if (columns.value(2) == "0") {
-                m_readable.insert(QString::fromUtf8(columns.first()));
-            }
-        }
         QVERIFY(m_files.size() > 600);
+        QVERIFY(std::ranges::count_if(m_files, [](const QJsonValue &entry) {
+                    return reasonToLeaveOut(entry.toObject()).isEmpty();
+                }) > 400);
     }
 
     void theReaderAgreesWithTheReference_data()
@@ -108,12 +123,7 @@ private Q_SLOTS:
         QTest::addColumn<QJsonObject>("entry");
         for (const auto &value : std::as_const(m_files)) {
             const auto entry = value.toObject();
-            const auto file = entry.value(u"file"_s).toString();
-            if (entry.value(u"readAsImage"_s).toBool() &&
-                !entry.value(u"advisoryOnly"_s).toBool() && entry.value(u"disputed"_s).isNull() &&
-                m_readable.contains(file)) {
-                QTest::newRow(qPrintable(file)) << entry;
-            }
+            QTest::newRow(qPrintable(entry.value(u"file"_s).toString())) << entry;
         }
     }
 
@@ -121,8 +131,8 @@ private Q_SLOTS:
     {
         QFETCH(QJsonObject, entry);
         const auto file = entry.value(u"file"_s).toString();
-        if (exceptions().contains(file)) {
-            QSKIP(qPrintable(exceptions().value(file)));
+        if (const auto reason = reasonToLeaveOut(entry); !reason.isEmpty()) {
+            QSKIP(qPrintable(reason));
         }
         const auto raw = entry.value(u"raw"_s).toObject();
         const auto expected = entry.value(u"expected"_s).toObject();
@@ -160,7 +170,6 @@ private Q_SLOTS:
 private:
     QString m_folder;
     QJsonArray m_files;
-    QSet<QString> m_readable;
 };
 
 QTEST_GUILESS_MAIN(OracleTest)

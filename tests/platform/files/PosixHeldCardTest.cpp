@@ -24,15 +24,22 @@ private Q_SLOTS:
         QVERIFY(m_card);
     }
 
-    void aMissingCardOrALinkToOneIsNotHeld()
+    void aMissingCardIsNotHeld()
     {
         std::error_code error;
-        fs::create_directory_symlink(m_root, m_parent / "link");
+        std::ofstream(m_parent / "file") << "x";
 
         QVERIFY(!PosixFileManager().hold(m_parent / "missing", error));
         QCOMPARE(error, std::errc::no_such_file_or_directory);
-        QVERIFY(!PosixFileManager().hold(m_parent / "link", error));
-        QVERIFY(error);
+        QVERIFY(!PosixFileManager().hold(m_parent / "file", error));
+        QCOMPARE(error, std::errc::not_a_directory);
+    }
+
+    void aCardIsHeldThroughALinkToIt()
+    {
+        fs::create_directory_symlink(m_root, m_parent / "link");
+
+        QVERIFY(hold(m_parent / "link")->isAt(m_root));
     }
 
     void aCardIsKnownAgainByMoreThanItsPath()

@@ -4,6 +4,7 @@
 #include "platform/imageio/ImageSource.h"
 #include "tests/support/PictureBytes.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,6 +19,44 @@ using namespace Qt::StringLiterals;
 using namespace PictureBytes;
 
 namespace {
+
+QByteArray png(const QImage &image)
+{
+    QBuffer buffer;
+    image.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+/// Of a chunk's type and content (PNG, annex D).
+quint32 checksum(const QByteArray &bytes)
+{
+    quint32 sum = ~0U;
+    for (const char byte : bytes) {
+        sum ^= static_cast<uchar>(byte);
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = (sum & 1) != 0 ? 0xedb88320U ^ sum >> 1 : sum >> 1;
+        }
+    }
+    return ~sum;
+}
+
+/// A PNG picture with a packet of XMP whose namespace no other file has.
+QByteArray pngWithXmp(int number)
+{
+    const auto packet =
+        QByteArray(
+            "<x:xmpmeta xmlns:x='adobe:ns:meta/'>"
+            "<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'>"
+            "<rdf:Description rdf:about='' xmlns:own%='http://example.org/%/' own%:name='x'/>"
+            "</rdf:RDF></x:xmpmeta>")
+            .replace('%', QByteArray::number(number));
+    const auto chunk = QByteArray("iTXtXML:com.adobe.xmp\0\0\0\0\0", 26) + packet;
+    const auto length = static_cast<quint64>(chunk.size()) - 4;
+    constexpr qsizetype headerEnd = 33;
+    return png(corners({8, 8}))
+        .insert(headerEnd, PictureBytes::number(length, 4, Order::Big) + chunk +
+                               PictureBytes::number(checksum(chunk), 4, Order::Big));
+}
 
 qsizetype openDescriptors()
 {
@@ -158,6 +197,34 @@ private Q_SLOTS:
         QCOMPARE(properties.value(u"{Exif}"_s).toMap().value(u"FNumber"_s), QVariant(2.8));
     }
 
+    void anX3fHasTheSensorsSizeAndTheJpegsSettings_data()
+    {
+        QTest::addColumn<quint16>("version");
+        QTest::newRow("older cameras") << quint16{2};
+        QTest::newRow("newer cameras") << quint16{4};
+    }
+
+    void anX3fHasTheSensorsSizeAndTheJpegsSettings()
+    {
+        QFETCH(quint16, version);
+        const auto block = exifBlock({shorts(0x0112, {6})}, {fraction(0x829d, 28, 10)});
+        const auto file = x3f(withExif(jpeg(corners({30, 20})), block), {2640, 1760}, version);
+
+        const auto properties = propertiesOf(file, "shot.x3f");
+
+        QCOMPARE(integerValue(properties, u"PixelWidth"_s), std::optional<qint64>(2640));
+        QCOMPARE(integerValue(properties, u"PixelHeight"_s), std::optional<qint64>(1760));
+        QCOMPARE(integerValue(properties, u"Orientation"_s), std::optional<qint64>(6));
+        QCOMPARE(properties.value(u"{Exif}"_s).toMap().value(u"FNumber"_s), QVariant(2.8));
+    }
+
+    void anX3fThatWasCutHasNoProperties()
+    {
+        const auto file = x3f(jpeg(corners({30, 20})), {2640, 1760});
+
+        QVERIFY(!read(file.chopped(4), "cut.x3f"));
+    }
+
     void aRawFileBelowAPreviewHasTheSensorsSize()
     {
         const auto sensor =
@@ -205,10 +272,42 @@ private Q_SLOTS:
 
     void directoriesThatLeadInACircleEnd()
     {
-        auto block = exifBlock({longs(0x8769, {8}), longs(0x014a, {8})}, {});
-        block += directory({longs(0x8769, {8})}, 0, 8);
+        // Each of the two is the next and the one below of the other and of itself.
+        const QList<Field> fields = {longs(0x00fe, {1}), longs(0x014a, {8, 100, 8, 100}),
+                                     longs(0x8769, {8})};
+        const auto block = ("II" + number(42, 2) + number(8, 4) + directory(fields, 8, 100))
+                               .leftJustified(100, '\0') +
+                           directory(fields, 100, 8);
+        write(m_folder / "circle.tif", block);
+        const auto source = ImageSource::open(m_folder / "circle.tif");
 
-        QVERIFY(read(block, "circle.tif"));
+        QVERIFY(source->properties());
+        QVERIFY(source->image(256).isNull());
+        QVERIFY(source->image(std::nullopt).isNull());
+    }
+
+    void fillBytesAreNoSegments()
+    {
+        const auto stream = jpeg(corners({30, 20}));
+
+        QCOMPARE(propertiesOf(stream.first(2) + QByteArray(2000, '\xff') + stream.mid(2), "f.jpg"),
+                 propertiesOf(stream, "plain.jpg"));
+        QCOMPARE(propertiesOf(stream.first(2) + QByteArray("\xff\xe5\0\2zz", 6).repeated(900) +
+                                  QByteArray(60'000, '\xff') + stream.mid(2),
+                              "filled.jpg"),
+                 propertiesOf(stream, "plain.jpg"));
+    }
+
+    void fillBytesAndSegmentsWithoutEndAreGivenUp()
+    {
+        const auto stream = jpeg(corners({30, 20}));
+        const auto filled = [&stream](const QByteArray &filling) {
+            return stream.first(2) + filling + stream.mid(2);
+        };
+
+        QVERIFY(!read(filled(QByteArray(70'000, '\xff')), "filled.jpg"));
+        QVERIFY(!read(filled("\xff\xe5" + QByteArray(70'000, '\0')), "strayed.jpg"));
+        QVERIFY(!read(filled(QByteArray("\xff\xe5\0\2", 4).repeated(1001)), "many.jpg"));
     }
 
     void noDescriptorStaysOpen()
@@ -250,6 +349,32 @@ private Q_SLOTS:
         }
 
         QCOMPARE(different, 0);
+    }
+
+    void severalThreadsRegisterNamespacesAtOnce()
+    {
+        constexpr int threadCount = 8;
+        constexpr int filesEach = 20;
+        for (int file = 0; file < threadCount * filesEach; ++file) {
+            write(m_folder / ("xmp" + std::to_string(file)), pngWithXmp(file));
+        }
+        std::atomic_int read = 0;
+
+        std::vector<std::thread> threads;
+        for (int thread = 0; thread < threadCount; ++thread) {
+            threads.emplace_back([&, thread] {
+                for (int file = thread; file < threadCount * filesEach; file += threadCount) {
+                    const auto path = m_folder / ("xmp" + std::to_string(file));
+                    const auto properties = ImageSource::open(path)->properties();
+                    read += properties && properties->value(u"PixelWidth"_s) == 8LL;
+                }
+            });
+        }
+        for (auto &thread : threads) {
+            thread.join();
+        }
+
+        QCOMPARE(read, threadCount * filesEach);
     }
 
 private:

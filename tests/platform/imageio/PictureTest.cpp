@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/imageio/ImageSource.h"
+#include "tests/support/AccessTime.h"
 #include "tests/support/PictureBytes.h"
 
 #include <QColorSpace>
@@ -220,6 +221,29 @@ private Q_SLOTS:
         QCOMPARE(decode(file, 100).size(), QSize(100, 60));
     }
 
+    void anX3fShowsItsJpegTurnedOnce()
+    {
+        const auto image = decode(x3f(turned(corners({160, 96}), 6), {160, 96}), whole);
+
+        QCOMPARE(image.size(), QSize(96, 160));
+        QVERIFY(isClose(quarters(image).at(1), qRgb(255, 0, 0), 6));
+        QVERIFY(decode(x3f(jpeg(corners({160, 96})), {2640, 1760}), whole).isNull());
+    }
+
+    void aJpegNeverPassesForTheWholeOfUnknownSize()
+    {
+        const auto picture = jpeg(corners({160, 96}));
+        constexpr quint32 pictureAt = 8;
+        const auto directoryAt = static_cast<quint32>(pictureAt + picture.size());
+        const auto file = "II" + number(42, 2) + number(directoryAt, 4) + picture +
+                          directory({longs(0x00fe, {1}), longs(0x0201, {pictureAt}),
+                                     longs(0x0202, {static_cast<qint32>(picture.size())})},
+                                    directoryAt, 0);
+
+        QVERIFY(decode(file, whole).isNull());
+        QCOMPARE(decode(file, 200).size(), QSize(160, 96));
+    }
+
     void aRawFileShowsItsLargestJpeg()
     {
         const auto image = decode(rawFile(6), 2000);
@@ -249,6 +273,35 @@ private Q_SLOTS:
         QCOMPARE(decode(jpeg(corners({30, 20})), whole, "named.RAF").size(), QSize(30, 20));
         QCOMPARE(decode(raf(jpeg(corners({30, 20})), {30, 20}), whole, "named.JPG").size(),
                  QSize(30, 20));
+    }
+
+    void theAccessTimeStaysAsItIs_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<bool>("isPicture");
+
+        QTest::newRow("JPEG") << jpeg(corners({64, 48})) << true;
+        QTest::newRow("RAW with a picture") << rawFile(6) << true;
+        QTest::newRow("RAW that LibRaw is asked about")
+            << exifBlock({longs(0x00fe, {0}), shorts(0x0106, {32803})}, {}) << false;
+    }
+
+    void theAccessTimeStaysAsItIs()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(bool, isPicture);
+        const auto path = m_folder / "accessed";
+        write(path, file);
+        if (!AccessTime::changesOnReading(path)) {
+            QSKIP("the file system keeps no access times");
+        }
+        AccessTime::makeOld(path);
+
+        const auto source = ImageSource::open(path);
+        QCOMPARE(!source->image(100).isNull(), isPicture);
+        (void)source->properties();
+
+        QVERIFY(AccessTime::isOld(path));
     }
 
     void aCutPictureShowsWhatThereIs()

@@ -4,6 +4,7 @@
 #include "ui/loaders/MetadataTexts.h"
 
 #include "core/metadata/ImageMetadata.h"
+#include "tests/support/GermanNumbers.h"
 
 #include <QTest>
 
@@ -45,6 +46,15 @@ private Q_SLOTS:
         QVERIFY(MetadataTexts::fuji({}).isEmpty());
         QVERIFY(MetadataTexts::fuji({.fuji = FujiSettings()}).isEmpty());
         QCOMPARE(MetadataTexts::capture({.aperture = 11}), QStringList(u"ƒ/11.0"_s));
+    }
+
+    void aTieOfTheApertureGoesToTheEvenDigit()
+    {
+        const GermanNumbers german;
+
+        QCOMPARE(MetadataTexts::capture({.aperture = 1.25}), QStringList(u"ƒ/1.2"_s));
+        QCOMPARE(MetadataTexts::capture({.aperture = 6.75}), QStringList(u"ƒ/6.8"_s));
+        QCOMPARE(MetadataTexts::capture({.aperture = 1.4}), QStringList(u"ƒ/1.4"_s));
     }
 
     void thePixelSizeNeedsBothNumbers()
