@@ -111,6 +111,12 @@ struct SymbolForQml {
     QML_NAMED_ELEMENT(Symbol)
 };
 
+struct ItemLoaderForQml {
+    Q_GADGET
+    QML_FOREIGN(ItemLoader)
+    QML_ANONYMOUS
+};
+
 struct EnlargedImageLoaderForQml {
     Q_GADGET
     QML_FOREIGN(EnlargedImageLoader)

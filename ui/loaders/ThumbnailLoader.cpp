@@ -4,28 +4,8 @@
 #include "ui/loaders/ThumbnailLoader.h"
 
 ThumbnailLoader::ThumbnailLoader(QObject *parent)
-    : QObject(parent)
+    : ItemLoader(parent)
 {
-}
-
-void ThumbnailLoader::setAppState(AppState *appState)
-{
-    if (m_appState == appState) {
-        return;
-    }
-    m_appState = appState;
-    restart();
-    Q_EMIT appStateChanged();
-}
-
-void ThumbnailLoader::setItem(const MediaItem &item)
-{
-    if (m_item == item) {
-        return;
-    }
-    m_item = item;
-    restart();
-    Q_EMIT itemChanged();
 }
 
 void ThumbnailLoader::setLookedAt(bool lookedAt)
@@ -38,24 +18,20 @@ void ThumbnailLoader::setLookedAt(bool lookedAt)
     Q_EMIT lookedAtChanged();
 }
 
-void ThumbnailLoader::restart()
+void ThumbnailLoader::forget()
 {
-    ++m_generation;
     show({}, false);
-    if (m_appState && !m_item.id.isEmpty()) {
-        load(m_item);
-    }
 }
 
 QCoro::Task<> ThumbnailLoader::load(MediaItem item)
 {
-    const auto generation = m_generation;
+    const auto begun = generation();
     const QPointer self(this);
 
     const auto priority = m_isLookedAt ? DecodePipeline::Current : DecodePipeline::Visible;
-    const QImage image = co_await m_appState->pipeline()->thumbnail(item, priority);
+    const QImage image = co_await appState()->pipeline()->thumbnail(item, priority);
 
-    if (!self || generation != m_generation) {
+    if (!self || begun != generation()) {
         co_return;
     }
     show(image, image.isNull());
