@@ -11,7 +11,6 @@
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QtConcurrent/qtconcurrentrun.h>
 
 #include <algorithm>
 
@@ -21,34 +20,25 @@ using Kind = Phase::Kind;
 AppState::AppState(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
+    , m_opener(m_services.access, m_services.fileManager, m_services.patience)
+    , m_deletion(m_services.fileManager)
 {
-    m_deletions.setMaxThreadCount(1);
+    connect(&m_opener, &CardOpener::found, this, &AppState::openFound);
+    connect(&m_opener, &CardOpener::answered, this, &AppState::openAnswered);
+    connect(&m_opener, &CardOpener::granted, this, &AppState::openGranted);
+    connect(&m_deletion, &DeletionRun::progressed, this, &AppState::showProgress);
+    connect(&m_deletion, &DeletionRun::finished, this, &AppState::finishDelete);
 }
 
 AppState::~AppState()
 {
     m_volumeWatcher.reset();
+    m_deletion.stop();
     m_scanStop.request_stop();
     m_scans.waitForDone();
-    m_probes.waitForDone();
-    m_deletions.waitForDone();
-    stopScopedAccess();
 }
 
 // What is observed
-
-qint64 AppState::Observed::currentCardIndex() const
-{
-    return card ? availableCards.indexOf(*card) : -1;
-}
-
-bool AppState::Observed::canSwitchCards() const
-{
-    const bool beforeCulling = phase.kind == Kind::CardReady ||
-                               phase.kind == Kind::WaitingForCard ||
-                               phase.kind == Kind::NeedsAccess || phase.kind == Kind::NoMedia;
-    return beforeCulling && availableCards.size() >= 2;
-}
 
 void AppState::beginOperation()
 {
@@ -75,6 +65,7 @@ void AppState::tellChangesSince(const Observed &before)
     };
     tell(before.availableCards != now.availableCards, &AppState::availableCardsChanged);
     tell(before.card != now.card, &AppState::cardChanged);
+    tell(before.cardIsReadOnly != now.cardIsReadOnly, &AppState::cardIsReadOnlyChanged);
     tell(before.currentCardIndex() != now.currentCardIndex(), &AppState::currentCardIndexChanged);
     tell(before.session != now.session, &AppState::sessionChanged);
     tell(before.changeCount != now.changeCount, &AppState::changeCountChanged);
@@ -102,40 +93,9 @@ QStringList AppState::availableCardNames() const
     return names;
 }
 
-void AppState::setZoomed(bool zoomed)
+bool AppState::isCurrent(const CardInfo &card) const
 {
-    const Operation operation(*this);
-    m_now.zoomed = zoomed;
-}
-
-void AppState::setZoomPan(QSizeF pan)
-{
-    const Operation operation(*this);
-    m_now.zoomPan = pan;
-}
-
-void AppState::setShowExifBar(bool show)
-{
-    const Operation operation(*this);
-    m_now.showExifBar = show;
-}
-
-void AppState::setReviewSelection(qint64 selection)
-{
-    const Operation operation(*this);
-    m_now.reviewSelection = selection;
-}
-
-void AppState::setReviewEnlarged(bool enlarged)
-{
-    const Operation operation(*this);
-    m_now.reviewEnlarged = enlarged;
-}
-
-void AppState::setConfirmingDelete(bool confirming)
-{
-    const Operation operation(*this);
-    m_now.confirmingDelete = confirming;
+    return m_now.card && isSameVolume(*m_now.card, card);
 }
 
 // Cards
@@ -157,25 +117,26 @@ void AppState::volumesChanged(const std::vector<std::filesystem::path> &urls)
     for (const auto &url : urls) {
         m_now.availableCards.append(CardInfo::of(*m_services.volumes, url));
     }
-    const auto isMounted = [this](const CardInfo &card) {
-        return std::ranges::find(m_now.availableCards, card.volumeURL, &CardInfo::volumeURL) !=
-               m_now.availableCards.end();
-    };
-    if (m_now.card && !isMounted(*m_now.card)) {
+    if (const auto index = currentCardIndex(); index >= 0) {
+        m_now.card = m_now.availableCards.at(index); // it may have been renamed
+    } else if (m_now.card) {
         dropCard();
     }
+    m_opener.forgetAllBut(m_now.availableCards);
     if (!m_now.card) {
-        openAutomatically(m_now.availableCards);
+        m_opener.findUsable(m_now.availableCards);
     }
 }
 
 void AppState::dropCard()
 {
-    ++m_wish;
+    m_opener.cancel();
     m_scanStop.request_stop();
-    stopScopedAccess();
+    m_deletion.stop();
+    m_access.reset();
     m_decisions.reset();
     m_now.card.reset();
+    m_now.cardIsReadOnly = false;
     m_now.session.reset();
     m_now.zoomed = false;
     m_now.reviewEnlarged = false;
@@ -184,90 +145,39 @@ void AppState::dropCard()
     ++m_selection; // what still runs for the card finds that it is gone
 }
 
-void AppState::stopScopedAccess()
+void AppState::openFound(const CardProbe &probe)
 {
-    if (m_scopedCardURL) {
-        m_services.access->stopAccess(*m_scopedCardURL);
-        m_scopedCardURL.reset();
+    if (!m_now.card && m_now.indexOf(probe.card) >= 0) {
+        const Operation operation(*this);
+        openCard(probe);
     }
-}
-
-QCoro::Task<QList<CardProbe>> AppState::probe(QList<CardInfo> cards)
-{
-    const auto probeAll = [cards, access = m_services.access, files = m_services.fileManager] {
-        QList<CardProbe> probes;
-        for (const auto &card : cards) {
-            probes.append(CardProbe::of(card, *access, *files));
-        }
-        return probes;
-    };
-    co_return co_await QtConcurrent::run(&m_probes, probeAll);
-}
-
-void AppState::dropBookmarks(const QList<CardProbe> &probes)
-{
-    for (const auto &probe : probes) {
-        if (probe.bookmark && probe.bookmark != m_scopedCardURL) {
-            m_services.access->stopAccess(*probe.bookmark);
-        }
-    }
-}
-
-QCoro::Task<> AppState::openAutomatically(QList<CardInfo> cards)
-{
-    const QPointer self(this);
-    const auto wish = ++m_wish;
-    const auto probes = co_await probe(cards);
-    if (!self) {
-        co_return;
-    }
-    const Operation operation(*this);
-    if (wish == m_wish && !m_now.card) {
-        openFirstUsable(probes);
-    }
-    dropBookmarks(probes);
-}
-
-void AppState::openFirstUsable(const QList<CardProbe> &probes)
-{
-    const auto usable = std::ranges::find_if(
-        probes, [](const CardProbe &probe) { return probe.isAccessible() && probe.hasDCIM; });
-    if (usable != probes.end()) {
-        m_scopedCardURL = usable->bookmark;
-        selectCard(usable->card);
-        return;
-    }
-    const auto closed = std::ranges::find_if_not(probes, &CardProbe::isAccessible);
-    if (closed != probes.end()) {
-        m_now.card = closed->card;
-        m_now.phase = Phase::needsAccess();
-    }
-}
-
-void AppState::selectCard(const CardInfo &card)
-{
-    ++m_selection;
-    m_decisions.reset();
-    m_now.card = card;
-    m_now.phase = Phase::cardReady(false);
 }
 
 void AppState::openCard(const CardProbe &probe)
 {
+    m_now.card = m_now.availableCards.at(m_now.indexOf(probe.card));
+    m_now.cardIsReadOnly = probe.readOnly;
     if (!probe.isAccessible()) {
         m_now.phase = Phase::needsAccess();
     } else if (!probe.hasDCIM) {
         m_now.phase = Phase::noMedia();
     } else {
-        m_scopedCardURL = probe.bookmark;
-        selectCard(probe.card);
+        selectCard(probe);
     }
+}
+
+void AppState::selectCard(const CardProbe &probe)
+{
+    ++m_selection;
+    m_decisions.reset();
+    m_access = probe.access;
+    m_now.phase = Phase::cardReady(false);
 }
 
 void AppState::switchToCard(const CardInfo &card)
 {
-    if (canSwitchCards() && card != m_now.card) {
-        openAfterProbe(card);
+    if (canSwitchCards() && !isCurrent(card)) {
+        m_opener.ask(card);
     }
 }
 
@@ -285,74 +195,40 @@ void AppState::cycleCard()
     }
 }
 
-QCoro::Task<> AppState::openAfterProbe(CardInfo card)
+void AppState::openAnswered(const CardProbe &probe)
 {
-    const QPointer self(this);
-    const auto wish = ++m_wish;
-    const auto probes = co_await probe(QList<CardInfo>(1, card));
-    if (!self) {
-        co_return;
+    if (!canSwitchCards() || isCurrent(probe.card) || m_now.indexOf(probe.card) < 0) {
+        return;
     }
     const Operation operation(*this);
-    const bool stillWanted = wish == m_wish && canSwitchCards() && card != m_now.card &&
-                             m_now.availableCards.contains(card);
-    if (stillWanted) {
-        recordChange();
-        stopScopedAccess();
-        m_decisions.reset();
-        ++m_selection;
-        m_now.session.reset();
-        m_now.card = card;
-        openCard(probes.first());
-    }
-    dropBookmarks(probes);
+    recordChange();
+    m_access.reset();
+    m_decisions.reset();
+    ++m_selection;
+    m_now.session.reset();
+    openCard(probe);
 }
 
 void AppState::grantAccess()
 {
     if (m_now.card && m_now.phase.kind == Kind::NeedsAccess) {
-        openGranted(*m_now.card);
+        m_opener.requestAccess(*m_now.card);
     }
 }
 
-QCoro::Task<> AppState::openGranted(CardInfo card)
+void AppState::openGranted(const CardProbe &probe)
 {
-    const QPointer self(this);
-    const auto wish = ++m_wish;
-    const auto ask = [card, access = m_services.access] {
-        return access->requestAccess(card.volumeURL, card.name);
-    };
-    const auto granted = co_await QtConcurrent::run(&m_probes, ask);
-    if (!self || !granted) {
-        co_return;
+    if (!isCurrent(probe.card) || m_now.phase.kind != Kind::NeedsAccess) {
+        return;
     }
-    const auto look = [card, files = m_services.fileManager] {
-        return CardScanner::dcimExists(card.volumeURL, *files);
-    };
-    const bool hasDCIM = co_await QtConcurrent::run(&m_probes, look);
-    if (!self) {
-        co_return;
-    }
-    const bool stillWanted =
-        wish == m_wish && m_now.card == card && m_now.phase.kind == Kind::NeedsAccess;
-    if (!stillWanted) {
-        m_services.access->stopAccess(*granted);
-        co_return;
-    }
-    finishGrant(card, *granted, hasDCIM);
-}
-
-void AppState::finishGrant(const CardInfo &card, const std::filesystem::path &granted, bool hasDCIM)
-{
     const Operation operation(*this);
-    if (!hasDCIM) {
-        m_services.access->stopAccess(granted);
+    m_now.cardIsReadOnly = probe.readOnly;
+    if (!probe.hasDCIM) {
         m_now.phase = Phase::noMedia();
         return;
     }
-    m_services.access->saveBookmark(granted, card.volumeUUID);
-    m_scopedCardURL = granted;
-    selectCard(card);
+    m_services.access->saveBookmark(probe.access->url(), m_now.card->volumeUUID);
+    selectCard(probe);
 }
 
 // Culling
@@ -526,52 +402,33 @@ void AppState::performDelete()
         return;
     }
     const Operation operation(*this);
-    const auto rejected = m_now.session->rejectedItems();
-    const auto kept = m_now.session->items().size() - rejected.size();
+    const auto rejects = m_now.session->rejectedItems();
+    const DeletionRun::Job job = {.volumeURL = m_now.card->volumeURL,
+                                  .rejects = rejects,
+                                  .keptCount = m_now.session->items().size() - rejects.size()};
     m_now.confirmingDelete = false;
-    runDeletion(*m_now.card, rejected, kept);
+    m_now.phase = Phase::deleting(0, job.fileCount());
+    m_deletion.start(job);
 }
 
-QCoro::Task<> AppState::runDeletion(CardInfo card, QList<MediaItem> rejected, qint64 kept)
+void AppState::showProgress(qint64 done, qint64 total)
 {
-    const QPointer self(this);
-    const auto selection = m_selection;
-    const auto urls = DeleteEngine::urls(rejected);
-    m_now.phase = Phase::deleting(0, static_cast<qint64>(urls.size()));
-
-    // The run never outlives the controller, which waits for it; what it posts may.
-    const auto progress = [this, selection](qint64 done, qint64 total) {
-        QMetaObject::invokeMethod(
-            this, [=, this] { showProgress(selection, done, total); }, Qt::QueuedConnection);
-    };
-    const auto run = [urls, card, progress, files = m_services.fileManager] {
-        return DeleteEngine::deleteFiles(urls, card.volumeURL, *files, progress);
-    };
-    const auto result = co_await QtConcurrent::run(&m_deletions, run);
-    if (self && selection == m_selection) {
-        finishDelete(result, rejected, kept);
-    }
-}
-
-void AppState::showProgress(qint64 selection, qint64 done, qint64 total)
-{
-    if (selection == m_selection && isDeleting() && done > m_now.phase.doneCount) {
+    if (isDeleting()) {
         const Operation operation(*this);
         m_now.phase = Phase::deleting(done, total);
     }
 }
 
-void AppState::finishDelete(const DeleteResult &result, const QList<MediaItem> &rejected,
-                            qint64 kept)
+void AppState::finishDelete(const DeletionRun::Job &job, const DeleteResult &result)
 {
     const Operation operation(*this);
-    const auto failedIDs = DeleteEngine::failedItemIDs(rejected, result);
+    const auto failedIDs = DeleteEngine::failedItemIDs(job.rejects, result);
     m_decisions.reset();
     if (!failedIDs.isEmpty()) {
         m_decisions = Decisions{QSet<QString>(failedIDs.begin(), failedIDs.end()), 0};
     }
     m_now.phase = Phase::summary(static_cast<qint64>(result.deleted.size()),
-                                 static_cast<qint64>(result.failures.size()), kept);
+                                 static_cast<qint64>(result.failures.size()), job.keptCount);
 }
 
 void AppState::closeSummary()

@@ -3,26 +3,26 @@
 
 #pragma once
 
-#include "app/CardInfo.h"
-#include "app/CardProbe.h"
-#include "app/Phase.h"
+#include "app/CardOpener.h"
+#include "app/DeletionRun.h"
+#include "app/Observed.h"
 #include "app/VolumeWatcher.h"
-#include "core/card/DeleteResult.h"
 #include "core/decode/DecodePipeline.h"
 #include "core/model/CullSession.h"
 
 #include <QCoroTask>
 #include <QObject>
-#include <QSizeF>
 #include <QStringList>
 #include <QThreadPool>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
 
 class CardAccess;
+class CardReads;
 class FileManager;
 class MetadataReading;
 class MountedVolumes;
@@ -37,11 +37,11 @@ class AppState : public QObject {
     Q_OBJECT
     Q_PROPERTY(Phase phase READ phase NOTIFY phaseChanged)
     Q_PROPERTY(QString cardName READ cardName NOTIFY cardChanged)
+    Q_PROPERTY(bool cardIsReadOnly READ cardIsReadOnly NOTIFY cardIsReadOnlyChanged)
     Q_PROPERTY(QStringList availableCardNames READ availableCardNames NOTIFY availableCardsChanged)
     Q_PROPERTY(qint64 currentCardIndex READ currentCardIndex NOTIFY currentCardIndexChanged)
     Q_PROPERTY(bool canSwitchCards READ canSwitchCards NOTIFY canSwitchCardsChanged)
     Q_PROPERTY(bool hasSession READ hasSession NOTIFY sessionChanged)
-    Q_PROPERTY(DecodePipeline *pipeline READ pipeline CONSTANT)
     Q_PROPERTY(bool zoomed READ zoomed NOTIFY zoomedChanged)
     Q_PROPERTY(QSizeF zoomPan READ zoomPan WRITE setZoomPan NOTIFY zoomPanChanged)
     Q_PROPERTY(bool showExifBar READ showExifBar NOTIFY showExifBarChanged)
@@ -61,8 +61,11 @@ public:
         std::shared_ptr<const MetadataReading> reader;
         UserDefaults *defaults = nullptr;
         DecodePipeline *pipeline = nullptr;
+        CardReads *cardReads = nullptr;
         /// The longest edge of screen images, in pixels.
         std::function<int()> screenMaxPixel;
+        /// How long a card may take to answer before others are opened in its place.
+        std::chrono::milliseconds patience = std::chrono::seconds(5);
     };
 
     /// While one lives, changes are gathered; when the outermost ends, they are told.
@@ -84,7 +87,7 @@ public:
     };
 
     explicit AppState(Services services, QObject *parent = nullptr);
-    /// Waits for a deletion that is running; a scan ends early.
+    /// Ends a scan early, and a deletion after the file in hand and its folder.
     ~AppState() override;
 
     [[nodiscard]] const Phase &phase() const { return m_now.phase; }
@@ -93,6 +96,10 @@ public:
 
     /// Empty without a card.
     [[nodiscard]] QString cardName() const;
+
+    /// Whether nothing can be deleted from the card, as far as it is known: its lock is set, or it
+    /// is damaged.
+    [[nodiscard]] bool cardIsReadOnly() const { return m_now.cardIsReadOnly; }
 
     /// Every mounted volume that could be a card, in the watcher's order.
     [[nodiscard]] const QList<CardInfo> &availableCards() const { return m_now.availableCards; }
@@ -112,46 +119,38 @@ public:
 
     [[nodiscard]] DecodePipeline *pipeline() const { return m_services.pipeline; }
 
-    [[nodiscard]] const std::shared_ptr<FileManager> &fileManager() const
-    {
-        return m_services.fileManager;
-    }
-
-    [[nodiscard]] const std::shared_ptr<const MetadataReading> &reader() const
-    {
-        return m_services.reader;
-    }
+    [[nodiscard]] CardReads *cardReads() const { return m_services.cardReads; }
 
     [[nodiscard]] UserDefaults *defaults() const { return m_services.defaults; }
 
-    [[nodiscard]] Q_INVOKABLE int screenMaxPixel() const { return m_services.screenMaxPixel(); }
+    [[nodiscard]] int screenMaxPixel() const { return m_services.screenMaxPixel(); }
 
     /// Whether the current photo is shown at 100 %.
     [[nodiscard]] bool zoomed() const { return m_now.zoomed; }
 
-    void setZoomed(bool zoomed);
+    void setZoomed(bool zoomed) { set(m_now.zoomed, zoomed); }
 
     /// Offset of the zoomed picture in points.
     [[nodiscard]] QSizeF zoomPan() const { return m_now.zoomPan; }
 
-    void setZoomPan(QSizeF pan);
+    void setZoomPan(QSizeF pan) { set(m_now.zoomPan, pan); }
 
     [[nodiscard]] bool showExifBar() const { return m_now.showExifBar; }
 
-    void setShowExifBar(bool show);
+    void setShowExifBar(bool show) { set(m_now.showExifBar, show); }
 
     /// Index into the rejected items.
     [[nodiscard]] qint64 reviewSelection() const { return m_now.reviewSelection; }
 
-    void setReviewSelection(qint64 selection);
+    void setReviewSelection(qint64 selection) { set(m_now.reviewSelection, selection); }
 
     [[nodiscard]] bool reviewEnlarged() const { return m_now.reviewEnlarged; }
 
-    void setReviewEnlarged(bool enlarged);
+    void setReviewEnlarged(bool enlarged) { set(m_now.reviewEnlarged, enlarged); }
 
     [[nodiscard]] bool confirmingDelete() const { return m_now.confirmingDelete; }
 
-    void setConfirmingDelete(bool confirming);
+    void setConfirmingDelete(bool confirming) { set(m_now.confirmingDelete, confirming); }
 
     /// Counts recorded changes of the session; whoever shows its content follows this.
     [[nodiscard]] qint64 changeCount() const { return m_now.changeCount; }
@@ -192,6 +191,7 @@ public:
 Q_SIGNALS:
     void phaseChanged();
     void cardChanged();
+    void cardIsReadOnlyChanged();
     void availableCardsChanged();
     void currentCardIndexChanged();
     void canSwitchCardsChanged();
@@ -206,67 +206,50 @@ Q_SIGNALS:
     void changeCountChanged();
 
 private:
-    /// Everything that notifies.
-    struct Observed {
-        Phase phase;
-        std::optional<CardInfo> card;
-        QList<CardInfo> availableCards;
-        std::shared_ptr<CullSession> session;
-        bool zoomed = false;
-        QSizeF zoomPan = {0, 0};
-        bool showExifBar = true;
-        qint64 reviewSelection = 0;
-        bool reviewEnlarged = false;
-        bool confirmingDelete = false;
-        qint64 changeCount = 0;
-
-        [[nodiscard]] qint64 currentCardIndex() const;
-        [[nodiscard]] bool canSwitchCards() const;
-    };
-
     /// The decisions on the selected card, for culling that starts again.
     struct Decisions {
         QSet<QString> rejectedIDs;
         qint64 currentIndex = 0;
     };
 
+    template<typename Value>
+    void set(Value &value, Value wanted)
+    {
+        const Operation operation(*this);
+        value = wanted;
+    }
+
     void beginOperation();
     void endOperation();
     void tellChangesSince(const Observed &before);
 
-    void selectCard(const CardInfo &card);
+    [[nodiscard]] bool isCurrent(const CardInfo &card) const;
+    void openFound(const CardProbe &probe);
+    void openAnswered(const CardProbe &probe);
+    void openGranted(const CardProbe &probe);
     void openCard(const CardProbe &probe);
+    void selectCard(const CardProbe &probe);
     void dropCard();
-    void stopScopedAccess();
-    void dropBookmarks(const QList<CardProbe> &probes);
-    void openFirstUsable(const QList<CardProbe> &probes);
-    [[nodiscard]] QCoro::Task<QList<CardProbe>> probe(QList<CardInfo> cards);
-    QCoro::Task<> openAutomatically(QList<CardInfo> cards);
-    QCoro::Task<> openAfterProbe(CardInfo card);
-    QCoro::Task<> openGranted(CardInfo card);
-    void finishGrant(const CardInfo &card, const std::filesystem::path &granted, bool hasDCIM);
     QCoro::Task<> scan(CardInfo card);
     void finishScan(const QList<MediaItem> &items);
-    QCoro::Task<> runDeletion(CardInfo card, QList<MediaItem> rejected, qint64 kept);
-    void showProgress(qint64 selection, qint64 done, qint64 total);
-    void finishDelete(const DeleteResult &result, const QList<MediaItem> &rejected, qint64 kept);
+    void showProgress(qint64 done, qint64 total);
+    void finishDelete(const DeletionRun::Job &job, const DeleteResult &result);
     [[nodiscard]] bool isDeleting() const;
 
     Services m_services;
     std::unique_ptr<VolumeWatcher> m_volumeWatcher;
+    CardOpener m_opener;
+    DeletionRun m_deletion;
 
     Observed m_now;
     Observed m_before; ///< as it was when the outermost operation began
     int m_operationDepth = 0;
 
-    std::optional<std::filesystem::path> m_scopedCardURL;
-    std::optional<Decisions> m_decisions; ///< the last of the current selection
-    qint64 m_selection = 0;               ///< counts selections of a card; ids repeat between them
-    qint64 m_wish = 0; ///< counts wishes for a card; only the newest is fulfilled
-    qint64 m_scan = 0; ///< counts scans; only the newest counts
+    std::shared_ptr<const OpenAccess> m_access; ///< to the card, where it needs one
+    std::optional<Decisions> m_decisions;       ///< the last of the current selection
+    qint64 m_selection = 0; ///< counts selections of a card; ids repeat between them
+    qint64 m_scan = 0;      ///< counts scans; only the newest counts
     std::stop_source m_scanStop;
 
-    QThreadPool m_probes;
     QThreadPool m_scans;
-    QThreadPool m_deletions;
 };

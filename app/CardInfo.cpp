@@ -35,3 +35,8 @@ CardInfo CardInfo::of(const MountedVolumes &volumes, const std::filesystem::path
     }
     return card;
 }
+
+bool isSameVolume(const CardInfo &a, const CardInfo &b)
+{
+    return a.volumeURL == b.volumeURL && a.volumeUUID == b.volumeUUID;
+}

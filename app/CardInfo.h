@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <QMetaType>
-#include <QObject>
 #include <QString>
 
 #include <filesystem>
@@ -13,11 +11,6 @@ class MountedVolumes;
 
 /// A volume that could be a card.
 struct CardInfo {
-    Q_GADGET
-    Q_PROPERTY(QString volumeUUID MEMBER volumeUUID CONSTANT)
-    Q_PROPERTY(QString name MEMBER name CONSTANT)
-
-public:
     std::filesystem::path volumeURL = {}; ///< the mount point
     QString volumeUUID = {};
     QString name = {};
@@ -30,4 +23,5 @@ public:
                                      const std::filesystem::path &volumeURL);
 };
 
-Q_DECLARE_METATYPE(CardInfo)
+/// Whether both are the same volume at the same place, whatever its name is now.
+[[nodiscard]] bool isSameVolume(const CardInfo &a, const CardInfo &b);

@@ -3,15 +3,41 @@
 
 #include "app/CardProbe.h"
 
-#include "app/CardAccess.h"
 #include "core/card/CardScanner.h"
+#include "platform/files/FileManager.h"
 
-CardProbe CardProbe::of(const CardInfo &card, CardAccess &access, const FileManager &fileManager)
+/// What is asked of a card that is accessible.
+static void lookInto(CardProbe &probe, const FileManager &fileManager)
 {
-    CardProbe probe{.card = card, .readable = access.isReadable(card.volumeURL)};
+    const auto &root = probe.card.volumeURL;
+    probe.hasDCIM = CardScanner::dcimExists(root, fileManager);
+    probe.readOnly = fileManager.isReadOnly(root);
+}
+
+CardProbe CardProbe::of(const CardInfo &card, const std::shared_ptr<CardAccess> &access,
+                        const FileManager &fileManager)
+{
+    CardProbe probe{.card = card, .readable = access->isReadable(card.volumeURL)};
     if (!probe.readable) {
-        probe.bookmark = access.resolveBookmark(card.volumeUUID);
+        if (const auto url = access->resolveBookmark(card.volumeUUID)) {
+            probe.access = std::make_shared<const OpenAccess>(access, *url);
+        }
     }
-    probe.hasDCIM = probe.isAccessible() && CardScanner::dcimExists(card.volumeURL, fileManager);
+    if (probe.isAccessible()) {
+        lookInto(probe, fileManager);
+    }
+    return probe;
+}
+
+std::optional<CardProbe> CardProbe::granted(const CardInfo &card,
+                                            const std::shared_ptr<CardAccess> &access,
+                                            const FileManager &fileManager)
+{
+    const auto url = access->requestAccess(card.volumeURL, card.name);
+    if (!url) {
+        return std::nullopt;
+    }
+    CardProbe probe{.card = card, .access = std::make_shared<const OpenAccess>(access, *url)};
+    lookInto(probe, fileManager);
     return probe;
 }

@@ -4,12 +4,11 @@
 #pragma once
 
 #include "app/CardInfo.h"
+#include "app/OpenAccess.h"
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 
-class CardAccess;
 class FileManager;
 
 /// What is known of a card before a decision about it. Asked off the main thread, because a card
@@ -17,13 +16,22 @@ class FileManager;
 struct CardProbe {
     CardInfo card;
     bool readable = false;
-    /// Where a stored grant leads to, its access open; asked only when the card is not readable.
-    std::optional<std::filesystem::path> bookmark = {};
+    /// By a grant, stored or new; a stored one is asked for only when the card is not readable.
+    std::shared_ptr<const OpenAccess> access = {};
     bool hasDCIM = false;
+    bool readOnly = false; ///< nothing can be deleted from it; asked only when it is accessible
 
-    [[nodiscard]] bool isAccessible() const { return readable || bookmark; }
+    [[nodiscard]] bool isAccessible() const { return readable || access; }
+
+    [[nodiscard]] bool isUsable() const { return isAccessible() && hasDCIM; }
 
     /// Blocks on the card.
-    [[nodiscard]] static CardProbe of(const CardInfo &card, CardAccess &access,
+    [[nodiscard]] static CardProbe of(const CardInfo &card,
+                                      const std::shared_ptr<CardAccess> &access,
                                       const FileManager &fileManager);
+
+    /// The card after the user was asked for it; absent when refused. Blocks on both.
+    [[nodiscard]] static std::optional<CardProbe> granted(const CardInfo &card,
+                                                          const std::shared_ptr<CardAccess> &access,
+                                                          const FileManager &fileManager);
 };

@@ -200,7 +200,7 @@ bool KeyHandler::handleEnlargedKey(const QString &chars, quint16 keyCode)
 void KeyHandler::moveSelection(qint64 by)
 {
     const auto last = std::max<qint64>(m_appState.session()->rejectedCount() - 1, 0);
-    // An upper bound for moves ahead and a lower one for moves back, as each alone is given.
+    // Moves ahead stop at the last reject, moves back at the first.
     const auto moved = m_appState.reviewSelection() + by;
     m_appState.setReviewSelection(by < 0 ? std::max<qint64>(moved, 0) : std::min(moved, last));
 }

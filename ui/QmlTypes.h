@@ -55,6 +55,8 @@ struct ImageForQml {
     QML_VALUE_TYPE(image)
 };
 
+/// Counts are of 64 bits, which QML of Qt 6.4 has no name for: without one, qmllint takes every
+/// property of that type for unknown.
 struct IntegerForQml {
     Q_GADGET
     QML_FOREIGN(qlonglong)
@@ -95,10 +97,24 @@ struct PixelImageForQml {
     QML_NAMED_ELEMENT(PixelImage)
 };
 
+/// One for each engine, which ends it after the items.
+struct ScalingPoolForQml {
+    Q_GADGET
+    QML_FOREIGN(ScalingPool)
+    QML_NAMED_ELEMENT(ScalingPool)
+    QML_SINGLETON
+};
+
 struct SymbolForQml {
     Q_GADGET
     QML_FOREIGN(Symbol)
     QML_NAMED_ELEMENT(Symbol)
+};
+
+struct ItemLoaderForQml {
+    Q_GADGET
+    QML_FOREIGN(ItemLoader)
+    QML_ANONYMOUS
 };
 
 struct EnlargedImageLoaderForQml {

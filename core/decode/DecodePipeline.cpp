@@ -52,14 +52,14 @@ QCoro::Task<QImage> DecodePipeline::decodeOffActor(std::filesystem::path url,
         .spawn();
 }
 
-QCoro::Task<QImage> DecodePipeline::videoFrame(std::filesystem::path url)
+QCoro::Task<QImage> DecodePipeline::videoFrame(std::filesystem::path url, Priority priority)
 {
     auto decode = [shared = m_shared, url = std::move(url)] {
         return shared->closing ? QImage() : shared->decoders.videoFrame(url);
     };
     co_return co_await QtConcurrent::task(std::move(decode))
         .onThreadPool(m_pool)
-        .withPriority(Thumbnail)
+        .withPriority(priority)
         .spawn();
 }
 
@@ -74,7 +74,7 @@ QCoro::Task<QImage> DecodePipeline::screenImage(MediaItem item, int maxPixel, Pr
         co_return m_screenCache.value(item.id);
     }
     if (item.kind == MediaKind::video) {
-        co_return co_await thumbnail(item);
+        co_return co_await thumbnail(item, priority);
     }
     const QPointer self(this);
     const auto selection = m_selection;
@@ -91,12 +91,7 @@ QImage DecodePipeline::cachedScreenImage(const MediaItem &item) const
     return m_screenCache.value(item.id);
 }
 
-QImage DecodePipeline::cachedThumbnail(const MediaItem &item) const
-{
-    return m_thumbCache.value(item.id);
-}
-
-QCoro::Task<QImage> DecodePipeline::thumbnail(MediaItem item)
+QCoro::Task<QImage> DecodePipeline::thumbnail(MediaItem item, Priority priority)
 {
     if (m_thumbCache.contains(item.id)) {
         co_return m_thumbCache.value(item.id);
@@ -105,9 +100,9 @@ QCoro::Task<QImage> DecodePipeline::thumbnail(MediaItem item)
     const auto selection = m_selection;
     QImage image;
     if (item.kind == MediaKind::video) {
-        image = co_await videoFrame(*item.videoURL);
+        image = co_await videoFrame(*item.videoURL, priority);
     } else {
-        image = co_await decodeOffActor(item.displayURL(), thumbnailMaxPixel, Thumbnail);
+        image = co_await decodeOffActor(item.displayURL(), thumbnailMaxPixel, priority);
     }
     if (!self || selection != m_selection) {
         co_return QImage();

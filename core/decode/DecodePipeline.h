@@ -31,6 +31,13 @@ public:
     static constexpr qint64 thumbCap = 2000;
     static constexpr qint64 fullCap = 3;
 
+    /// What the eye waits for most comes first.
+    enum Priority {
+        Prefetch,
+        Visible, ///< a thumbnail among others
+        Current, ///< what stands for the item that is looked at
+    };
+
     /// What turns a file into an upright sRGB bitmap; null on failure. Called on several threads.
     struct Decoders {
         /// The picture of a file, its longest edge at most as given; whole without a size.
@@ -55,10 +62,8 @@ public:
     /// The screen image if it is cached; never decodes.
     [[nodiscard]] QImage cachedScreenImage(const MediaItem &item) const;
 
-    [[nodiscard]] QCoro::Task<QImage> thumbnail(MediaItem item);
-
-    /// The thumbnail if it is cached; never decodes.
-    [[nodiscard]] QImage cachedThumbnail(const MediaItem &item) const;
+    /// The small picture, its longest edge at most thumbnailMaxPixel.
+    [[nodiscard]] QCoro::Task<QImage> thumbnail(MediaItem item, Priority priority = Visible);
 
     /// The picture in full resolution; null for a clip.
     [[nodiscard]] QCoro::Task<QImage> fullImage(MediaItem item);
@@ -75,9 +80,6 @@ public:
     [[nodiscard]] const QSet<QString> &inFlight() const { return m_inFlight; }
 
 private:
-    /// What the eye waits for most comes first.
-    enum Priority { Prefetch, Thumbnail, Current };
-
     struct Shared {
         Decoders decoders;
         std::atomic_bool closing = false;
@@ -85,7 +87,7 @@ private:
 
     [[nodiscard]] QCoro::Task<QImage>
     decodeOffActor(std::filesystem::path url, std::optional<int> maxPixel, Priority priority);
-    [[nodiscard]] QCoro::Task<QImage> videoFrame(std::filesystem::path url);
+    [[nodiscard]] QCoro::Task<QImage> videoFrame(std::filesystem::path url, Priority priority);
     [[nodiscard]] QCoro::Task<QImage> screenImage(MediaItem item, int maxPixel, Priority priority);
     void startPrefetch(const QList<MediaItem> &candidates);
     QCoro::Task<> runPrefetch(QList<MediaItem> items, int maxPixel, std::stop_token stop);

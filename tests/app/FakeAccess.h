@@ -5,6 +5,8 @@
 
 #include "app/CardAccess.h"
 
+#include <atomic>
+#include <condition_variable>
 #include <map>
 #include <mutex>
 #include <set>
@@ -14,8 +16,31 @@ class FakeAccess final : public CardAccess {
 public:
     [[nodiscard]] bool isReadable(const std::filesystem::path &url) const override
     {
-        const std::scoped_lock lock(m_mutex);
+        ++asked;
+        std::unique_lock lock(m_mutex);
+        m_letGo.wait(lock, [&] { return !m_held.contains(url); });
         return !closed.contains(url);
+    }
+
+    /// The card at @p url answers nobody until it is let go.
+    void hold(const std::filesystem::path &url)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_held.insert(url);
+    }
+
+    void letGo(const std::filesystem::path &url)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_held.erase(url);
+        m_letGo.notify_all();
+    }
+
+    void letAllGo()
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_held.clear();
+        m_letGo.notify_all();
     }
 
     [[nodiscard]] std::optional<std::filesystem::path>
@@ -42,14 +67,24 @@ public:
     void stopAccess(const std::filesystem::path &url) override
     {
         const std::scoped_lock lock(m_mutex);
-        stopped.push_back(url);
+        m_stopped.push_back(url);
+    }
+
+    /// How many accesses have been ended.
+    [[nodiscard]] size_t stopCount() const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_stopped.size();
     }
 
     std::set<std::filesystem::path> closed;
     std::map<QString, std::filesystem::path> bookmarks;
-    std::vector<std::filesystem::path> stopped;
     bool refuses = false;
+    mutable std::atomic_int asked = 0; ///< how often a card was asked whether it is readable
 
 private:
     mutable std::mutex m_mutex;
+    mutable std::condition_variable m_letGo;
+    std::set<std::filesystem::path> m_held;
+    std::vector<std::filesystem::path> m_stopped;
 };

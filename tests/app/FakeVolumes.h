@@ -39,6 +39,16 @@ public:
         Q_EMIT changed();
     }
 
+    void rename(const std::filesystem::path &mountPoint, const QString &label)
+    {
+        for (auto &volume : m_volumes) {
+            if (volume.mountPoint == mountPoint) {
+                volume.label = label;
+            }
+        }
+        Q_EMIT changed();
+    }
+
 private:
     QList<MountedVolume> m_volumes;
 };

@@ -8,6 +8,8 @@
 #include <QThread>
 
 #include <atomic>
+#include <mutex>
+#include <set>
 
 /// A file manager whose scan and removals wait at a gate while it is closed.
 class GatedFiles final : public ForwardingFiles {
@@ -19,8 +21,22 @@ public:
         return ForwardingFiles::regularFilesBelow(folder);
     }
 
+    bool isReadOnly(const std::filesystem::path &folder) const override
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_readOnly.contains(folder);
+    }
+
+    /// The card at @p folder is mounted read-only.
+    void makeReadOnly(const std::filesystem::path &folder)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_readOnly.insert(folder);
+    }
+
     mutable std::atomic_bool scanIsHeld = false;
     mutable std::atomic_bool removalIsHeld = false;
+    mutable std::atomic_int removals = 0; ///< how many have been begun
     std::atomic_bool removalsFail = false;
 
 protected:
@@ -40,6 +56,7 @@ private:
 
         std::error_code remove(const Path &folder, const Path &name) override
         {
+            ++m_gates.removals;
             waitWhile(m_gates.removalIsHeld);
             return m_gates.removalsFail ? std::make_error_code(std::errc::io_error)
                                         : ForwardingHeldCard::remove(folder, name);
@@ -55,4 +72,7 @@ private:
             QThread::msleep(1);
         }
     }
+
+    mutable std::mutex m_mutex;
+    std::set<std::filesystem::path> m_readOnly;
 };

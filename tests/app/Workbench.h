@@ -19,7 +19,7 @@
 /// The controller with real files in a temporary folder and fakes for the rest of the desktop.
 class Workbench {
 public:
-    Workbench()
+    explicit Workbench(std::chrono::milliseconds patience = std::chrono::seconds(5))
         : m_root(std::filesystem::canonical(m_folder.path().toStdString()))
         , defaults(m_root / "defaults.ini")
         , pipeline({.picture =
@@ -35,7 +35,8 @@ public:
                                                           .reader = std::make_shared<NoMetadata>(),
                                                           .defaults = &defaults,
                                                           .pipeline = &pipeline,
-                                                          .screenMaxPixel = [] { return 700; }});
+                                                          .screenMaxPixel = [] { return 700; },
+                                                          .patience = patience});
         keys = std::make_unique<KeyHandler>(*appState);
     }
 
@@ -43,6 +44,7 @@ public:
     {
         files->scanIsHeld = false;
         files->removalIsHeld = false;
+        access->letAllGo();
     }
 
     /// The made-up picture of a file tells by its width which file it is of.
@@ -89,6 +91,14 @@ public:
         QTRY_COMPARE(appState->phase(), Phase::cardReady(false));
         appState->startCulling();
         QTRY_COMPARE(appState->phase(), Phase::culling());
+    }
+
+    void rejectAll() const
+    {
+        for (const auto &item : appState->session()->items()) {
+            appState->session()->toggle(item.id);
+        }
+        appState->recordChange();
     }
 
     bool press(quint16 keyCode) const { return keys->handleKey({.keyCode = keyCode}); }

@@ -20,6 +20,10 @@ public:
 
     [[nodiscard]] QImage picture(const std::filesystem::path &url, std::optional<int> maxPixel)
     {
+        {
+            const std::scoped_lock lock(m_mutex);
+            m_begun.push_back(url.filename().string() + (maxPixel == 256 ? " small" : ""));
+        }
         while (screensAreHeld && maxPixel != 256) {
             std::this_thread::yield();
         }
@@ -44,6 +48,13 @@ public:
             }
         }
         return number * 47 % 360;
+    }
+
+    /// What was asked for so far, in this order; "small" after the names of thumbnails.
+    [[nodiscard]] std::vector<std::string> begun() const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_begun;
     }
 
     std::atomic_bool screensAreHeld = false;
@@ -75,4 +86,7 @@ private:
         }
         return image;
     }
+
+    mutable std::mutex m_mutex;
+    std::vector<std::string> m_begun;
 };

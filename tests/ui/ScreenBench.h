@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/CardReads.h"
 #include "app/KeyHandler.h"
 #include "app/MenuCommands.h"
 #include "platform/settings/UserDefaults.h"
@@ -31,12 +32,14 @@ public:
                    },
                .videoFrame =
                    [this](const std::filesystem::path &url) { return pictures.picture(url, 256); }})
+        , cardReads(metadata, files)
         , appState({.volumes = &volumes,
                     .access = access,
                     .fileManager = files,
                     .reader = metadata,
                     .defaults = &defaults,
                     .pipeline = &pipeline,
+                    .cardReads = &cardReads,
                     .screenMaxPixel = [] { return 1200; }})
         , keys(appState)
         , menuCommands(appState, keys)
@@ -119,6 +122,7 @@ public:
     FakeVolumes volumes;
     UserDefaults defaults;
     DecodePipeline pipeline;
+    CardReads cardReads;
     AppState appState;
     KeyHandler keys;
     MenuCommands menuCommands;

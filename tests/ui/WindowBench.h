@@ -62,9 +62,22 @@ public:
     /// Every text on screen.
     [[nodiscard]] QStringList texts() const
     {
+        QList<QQuickItem *> items;
+        collectTexts(window->contentItem(), items);
         QStringList texts;
-        collectTexts(window->contentItem(), texts);
+        for (const auto *item : items) {
+            texts.append(item->property("text").toString());
+        }
         return texts;
+    }
+
+    /// Every visible item that shows exactly @p text.
+    [[nodiscard]] QList<QQuickItem *> itemsShowing(const QString &text) const
+    {
+        QList<QQuickItem *> items;
+        collectTexts(window->contentItem(), items);
+        items.removeIf([&](const auto *item) { return item->property("text") != text; });
+        return items;
     }
 
     void click(const QString &name) const
@@ -107,14 +120,14 @@ private:
         return nullptr;
     }
 
-    static void collectTexts(const QQuickItem *parent, QStringList &texts)
+    static void collectTexts(const QQuickItem *parent, QList<QQuickItem *> &texts)
     {
-        for (const auto *child : parent->childItems()) {
+        for (auto *child : parent->childItems()) {
             if (!child->isVisible()) {
                 continue;
             }
             if (child->inherits("QQuickText")) {
-                texts.append(child->property("text").toString());
+                texts.append(child);
             }
             collectTexts(child, texts);
         }

@@ -25,6 +25,7 @@ T.ComboBox {
     contentItem: Text {
         verticalAlignment: Text.AlignVCenter
         text: root.displayText
+        textFormat: Text.PlainText
         color: Look.white
         elide: Text.ElideRight
         font.pixelSize: Look.body
@@ -63,6 +64,7 @@ T.ComboBox {
         contentItem: Text {
             verticalAlignment: Text.AlignVCenter
             text: choice.modelData
+            textFormat: Text.PlainText
             color: Look.white
             elide: Text.ElideRight
             font.pixelSize: Look.body

@@ -5,7 +5,6 @@
 
 #include <QCoroFuture>
 #include <QPainter>
-#include <QPointer>
 #include <QQuickWindow>
 #include <QSGImageNode>
 #include <QSGRendererInterface>
@@ -20,7 +19,21 @@ FitImage::FitImage(QQuickItem *parent)
     setFlag(ItemHasContents);
 }
 
-FitImage::~FitImage() = default;
+FitImage::~FitImage()
+{
+    m_wantedStop.request_stop();
+}
+
+void FitImage::setPool(ScalingPool *pool)
+{
+    if (m_pool == pool) {
+        return;
+    }
+    m_pool = pool;
+    wantCopy({});
+    refresh();
+    Q_EMIT poolChanged();
+}
 
 void FitImage::setImage(const QImage &image)
 {
@@ -138,31 +151,36 @@ void FitImage::updatePolish()
     if (!copy) {
         m_copyImage = {};
         m_copy = {};
-        m_wanted = {};
+        wantCopy({});
         return;
     }
     if (*copy == m_wanted) {
         return;
     }
-    m_wanted = *copy;
+    wantCopy(*copy);
     if (qint64(copy->source.width()) * copy->source.height() <= pixelsScaledAtOnce) {
         m_copyImage = makeCopy(m_image, *copy);
         m_copy = *copy;
         update();
-    } else {
-        makeCopyElsewhere(*copy);
+    } else if (m_pool) {
+        makeCopyElsewhere(*copy, m_wantedStop.get_token());
     }
 }
 
-QCoro::Task<> FitImage::makeCopyElsewhere(Copy copy)
+void FitImage::wantCopy(const Copy &copy)
 {
-    if (!m_pool) {
-        m_pool = std::make_unique<QThreadPool>();
-        m_pool->setMaxThreadCount(1);
-    }
+    m_wantedStop.request_stop();
+    m_wantedStop = std::stop_source();
+    m_wanted = copy;
+}
+
+QCoro::Task<> FitImage::makeCopyElsewhere(Copy copy, std::stop_token stop)
+{
     const QPointer self(this);
-    const QImage image =
-        co_await QtConcurrent::run(m_pool.get(), &FitImage::makeCopy, m_image, copy);
+    const auto make = [image = m_image, copy, stop] {
+        return stop.stop_requested() ? QImage() : makeCopy(image, copy);
+    };
+    const QImage image = co_await QtConcurrent::run(static_cast<QThreadPool *>(m_pool), make);
     if (!self || copy != m_wanted) {
         co_return;
     }

@@ -4,14 +4,14 @@
 #pragma once
 
 #include "ui/items/PicturePlacement.h"
+#include "ui/items/ScalingPool.h"
 
 #include <QCoroTask>
 #include <QImage>
+#include <QPointer>
 #include <QQuickItem>
 
-#include <memory>
-
-class QThreadPool;
+#include <stop_token>
 
 /// Shows a bitmap with its aspect ratio kept, whole or filling the item.
 ///
@@ -20,6 +20,7 @@ class QThreadPool;
 /// worker thread for large ones, which are drawn plainly until it is there.
 class FitImage : public QQuickItem {
     Q_OBJECT
+    Q_PROPERTY(ScalingPool *pool READ pool WRITE setPool NOTIFY poolChanged REQUIRED)
     Q_PROPERTY(QImage image READ image WRITE setImage NOTIFY imageChanged)
     Q_PROPERTY(
         bool smoothScaling READ smoothScaling WRITE setSmoothScaling NOTIFY smoothScalingChanged)
@@ -32,6 +33,11 @@ public:
 
     explicit FitImage(QQuickItem *parent = nullptr);
     ~FitImage() override;
+
+    /// Where large copies are made; without one there are none.
+    [[nodiscard]] ScalingPool *pool() const { return m_pool; }
+
+    void setPool(ScalingPool *pool);
 
     [[nodiscard]] const QImage &image() const { return m_image; }
 
@@ -54,6 +60,7 @@ public:
     [[nodiscard]] PicturePlacement placement() const;
 
 Q_SIGNALS:
+    void poolChanged();
     void imageChanged();
     void smoothScalingChanged();
     void fillModeChanged();
@@ -78,9 +85,11 @@ private:
 
     [[nodiscard]] static QImage makeCopy(const QImage &image, const Copy &copy);
     [[nodiscard]] std::optional<Copy> neededCopy() const;
-    QCoro::Task<> makeCopyElsewhere(Copy copy);
+    void wantCopy(const Copy &copy);
+    QCoro::Task<> makeCopyElsewhere(Copy copy, std::stop_token stop);
     void refresh();
 
+    QPointer<ScalingPool> m_pool;
     QImage m_image;
     bool m_smoothScaling = true;
     FillMode m_fillMode = FillMode::Fit;
@@ -88,7 +97,7 @@ private:
     QImage m_copyImage;
     Copy m_copy;   ///< what m_copyImage shows
     Copy m_wanted; ///< the newest copy that was asked for
+    std::stop_source m_wantedStop;
     qint64 m_textureKey = 0;
     bool m_mipmapped = false;
-    std::unique_ptr<QThreadPool> m_pool;
 };

@@ -4,48 +4,27 @@
 #include "ui/loaders/EnlargedImageLoader.h"
 
 EnlargedImageLoader::EnlargedImageLoader(QObject *parent)
-    : QObject(parent)
+    : ItemLoader(parent)
 {
 }
 
-void EnlargedImageLoader::setAppState(AppState *appState)
+void EnlargedImageLoader::forget()
 {
-    if (m_appState == appState) {
-        return;
-    }
-    m_appState = appState;
-    restart();
-    Q_EMIT appStateChanged();
-}
-
-void EnlargedImageLoader::setItem(const MediaItem &item)
-{
-    if (m_item == item) {
-        return;
-    }
-    m_item = item;
-    restart();
-    Q_EMIT itemChanged();
-}
-
-void EnlargedImageLoader::restart()
-{
-    ++m_generation;
     show({});
-    if (m_appState && !m_item.id.isEmpty() && m_item.kind == MediaKind::photo) {
-        load(m_item);
-    }
 }
 
 QCoro::Task<> EnlargedImageLoader::load(MediaItem item)
 {
-    const auto generation = m_generation;
+    if (item.kind == MediaKind::video) {
+        co_return;
+    }
+    const auto begun = generation();
     const QPointer self(this);
 
     const QImage image =
-        co_await m_appState->pipeline()->screenImage(item, m_appState->screenMaxPixel());
+        co_await appState()->pipeline()->screenImage(item, appState()->screenMaxPixel());
 
-    if (self && generation == m_generation) {
+    if (self && begun == generation()) {
         show(image);
     }
 }

@@ -3,38 +3,13 @@
 
 #include "ui/loaders/FullImageLoader.h"
 
-#include "ui/loaders/CardReads.h"
+#include "app/CardReads.h"
 
 #include <QCoroFuture>
 
 FullImageLoader::FullImageLoader(QObject *parent)
-    : QObject(parent)
+    : ItemLoader(parent)
 {
-}
-
-FullImageLoader::~FullImageLoader()
-{
-    m_stop.request_stop();
-}
-
-void FullImageLoader::setAppState(AppState *appState)
-{
-    if (m_appState == appState) {
-        return;
-    }
-    m_appState = appState;
-    restart();
-    Q_EMIT appStateChanged();
-}
-
-void FullImageLoader::setItem(const MediaItem &item)
-{
-    if (m_item == item) {
-        return;
-    }
-    m_item = item;
-    restart();
-    Q_EMIT itemChanged();
 }
 
 QPointF FullImageLoader::anchor() const
@@ -50,32 +25,26 @@ std::optional<QPointF> FullImageLoader::anchorOf(const std::optional<ImageMetada
     return metadata->subjectArea;
 }
 
-void FullImageLoader::restart()
+void FullImageLoader::forget()
 {
-    ++m_generation;
-    m_stop.request_stop();
-    m_stop = std::stop_source();
     m_anchor.reset();
     if (!m_fullImage.isNull()) {
         m_fullImage = {};
         Q_EMIT imageChanged();
     }
-    if (m_appState && !m_item.id.isEmpty()) {
-        load(m_item, m_stop.get_token());
-    }
 }
 
-QCoro::Task<> FullImageLoader::load(MediaItem item, std::stop_token stop)
+QCoro::Task<> FullImageLoader::load(MediaItem item)
 {
-    const auto generation = m_generation;
+    const auto begun = generation();
     const QPointer self(this);
 
     // Both begin now; the one that takes longer decides when they are there.
-    const auto metadataRead = CardReads::metadata(*m_appState, item.displayURL(), std::move(stop));
-    const QImage image = co_await m_appState->pipeline()->fullImage(item);
+    const auto metadataRead = appState()->cardReads()->metadata(item.displayURL(), stopToken());
+    const QImage image = co_await appState()->pipeline()->fullImage(item);
     const auto metadata = co_await metadataRead;
 
-    if (!self || generation != m_generation || image.isNull()) {
+    if (!self || begun != generation() || image.isNull()) {
         co_return;
     }
     m_anchor = anchorOf(metadata);

@@ -3,39 +3,14 @@
 
 #include "ui/loaders/MetadataLoader.h"
 
-#include "ui/loaders/CardReads.h"
+#include "app/CardReads.h"
 #include "ui/loaders/MetadataTexts.h"
 
 #include <QCoroFuture>
 
 MetadataLoader::MetadataLoader(QObject *parent)
-    : QObject(parent)
+    : ItemLoader(parent)
 {
-}
-
-MetadataLoader::~MetadataLoader()
-{
-    m_stop.request_stop();
-}
-
-void MetadataLoader::setAppState(AppState *appState)
-{
-    if (m_appState == appState) {
-        return;
-    }
-    m_appState = appState;
-    restart();
-    Q_EMIT appStateChanged();
-}
-
-void MetadataLoader::setItem(const MediaItem &item)
-{
-    if (m_item == item) {
-        return;
-    }
-    m_item = item;
-    restart();
-    Q_EMIT itemChanged();
 }
 
 QStringList MetadataLoader::captureTexts() const
@@ -53,24 +28,14 @@ QStringList MetadataLoader::fujiTexts() const
     return m_meta ? MetadataTexts::fuji(*m_meta) : QStringList();
 }
 
-void MetadataLoader::restart()
+QCoro::Task<> MetadataLoader::load(MediaItem item)
 {
-    ++m_generation;
-    m_stop.request_stop();
-    m_stop = std::stop_source();
-    if (m_appState && !m_item.id.isEmpty()) {
-        load(m_item, m_stop.get_token());
-    }
-}
-
-QCoro::Task<> MetadataLoader::load(MediaItem item, std::stop_token stop)
-{
-    const auto generation = m_generation;
+    const auto begun = generation();
     const QPointer self(this);
 
-    const auto meta = co_await CardReads::metadata(*m_appState, item.displayURL(), std::move(stop));
+    const auto meta = co_await appState()->cardReads()->metadata(item.displayURL(), stopToken());
 
-    if (!self || generation != m_generation || m_meta == meta) {
+    if (!self || begun != generation() || m_meta == meta) {
         co_return;
     }
     m_meta = meta;

@@ -5,7 +5,6 @@
 
 #include <QStringList>
 
-struct FujiSettings;
 struct ImageMetadata;
 
 /// What the information bar says about a file's capture settings. A value that is missing leaves

@@ -3,8 +3,9 @@
 
 #include "ui/loaders/RejectTotals.h"
 
+#include "app/CardReads.h"
+
 #include "ui/loaders/ByteCountText.h"
-#include "ui/loaders/CardReads.h"
 
 #include <QCoroFuture>
 
@@ -98,7 +99,7 @@ QCoro::Task<> RejectTotals::ask(QList<MediaItem> items, std::stop_token stop)
     const auto generation = m_generation;
     const QPointer self(this);
 
-    const auto sizes = co_await CardReads::sizes(*m_appState, items, std::move(stop));
+    const auto sizes = co_await m_appState->cardReads()->sizes(items, std::move(stop));
 
     if (!self || generation != m_generation) {
         co_return;

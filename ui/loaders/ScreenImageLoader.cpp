@@ -63,7 +63,7 @@ QCoro::Task<> ScreenImageLoader::load(MediaItem item)
         co_return;
     }
 
-    const QImage thumbnail = co_await pipeline->thumbnail(item);
+    const QImage thumbnail = co_await pipeline->thumbnail(item, DecodePipeline::Current);
     if (!isWanted()) {
         co_return;
     }

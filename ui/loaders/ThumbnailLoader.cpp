@@ -4,47 +4,34 @@
 #include "ui/loaders/ThumbnailLoader.h"
 
 ThumbnailLoader::ThumbnailLoader(QObject *parent)
-    : QObject(parent)
+    : ItemLoader(parent)
 {
 }
 
-void ThumbnailLoader::setAppState(AppState *appState)
+void ThumbnailLoader::setLookedAt(bool lookedAt)
 {
-    if (m_appState == appState) {
+    if (m_isLookedAt == lookedAt) {
         return;
     }
-    m_appState = appState;
+    m_isLookedAt = lookedAt;
     restart();
-    Q_EMIT appStateChanged();
+    Q_EMIT lookedAtChanged();
 }
 
-void ThumbnailLoader::setItem(const MediaItem &item)
+void ThumbnailLoader::forget()
 {
-    if (m_item == item) {
-        return;
-    }
-    m_item = item;
-    restart();
-    Q_EMIT itemChanged();
-}
-
-void ThumbnailLoader::restart()
-{
-    ++m_generation;
     show({}, false);
-    if (m_appState && !m_item.id.isEmpty()) {
-        load(m_item);
-    }
 }
 
 QCoro::Task<> ThumbnailLoader::load(MediaItem item)
 {
-    const auto generation = m_generation;
+    const auto begun = generation();
     const QPointer self(this);
 
-    const QImage image = co_await m_appState->pipeline()->thumbnail(item);
+    const auto priority = m_isLookedAt ? DecodePipeline::Current : DecodePipeline::Visible;
+    const QImage image = co_await appState()->pipeline()->thumbnail(item, priority);
 
-    if (!self || generation != m_generation) {
+    if (!self || begun != generation()) {
         co_return;
     }
     show(image, image.isNull());

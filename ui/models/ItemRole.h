@@ -7,7 +7,6 @@
 #include <QHash>
 #include <QVariant>
 
-class CullSession;
 struct MediaItem;
 
 /// What the lists of items tell about each of them.

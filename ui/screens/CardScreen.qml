@@ -84,6 +84,11 @@ Item {
                     font.pixelSize: Look.body
                 }
             }
+
+            ReadOnlyNote {
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: root.appState.cardIsReadOnly
+            }
         }
 
         PushButton {

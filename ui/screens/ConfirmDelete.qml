@@ -16,7 +16,7 @@ T.Popup {
     required property real fileCount
     required property string sizeText
 
-    readonly property string title: qsTr("Permanently delete %1 files from the card?").arg(root.fileCount)
+    readonly property string title: qsTr("Permanently delete %1 files from the card?").arg(Numbers.plain(root.fileCount))
 
     objectName: "confirmDelete"
     parent: T.Overlay.overlay

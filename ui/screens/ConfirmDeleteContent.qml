@@ -53,7 +53,7 @@ FocusScope {
             objectName: "confirmMessage"
             width: parent.width
             bottomPadding: 8
-            text: qsTr("%1 rejected items (%2). SD cards have no trash — this cannot be undone.").arg(root.itemCount).arg(root.sizeText)
+            text: qsTr("%1 rejected items (%2). SD cards have no trash — this cannot be undone.").arg(Numbers.plain(root.itemCount)).arg(root.sizeText)
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             color: Look.secondary
@@ -70,7 +70,7 @@ FocusScope {
                 objectName: "confirmButton"
                 destructive: true
                 focusPolicy: Qt.TabFocus
-                text: qsTr("Delete %1 files").arg(root.fileCount)
+                text: qsTr("Delete %1 files").arg(Numbers.plain(root.fileCount))
                 KeyNavigation.left: cancel
                 KeyNavigation.right: cancel
                 KeyNavigation.tab: cancel
@@ -91,6 +91,13 @@ FocusScope {
                 KeyNavigation.backtab: confirm
                 onClicked: root.cancelled()
             }
+        }
+    }
+
+    // The content outlives its closing, and with it the focus as the user left it.
+    onVisibleChanged: {
+        if (root.visible) {
+            cancel.focus = true;
         }
     }
 }

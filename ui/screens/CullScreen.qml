@@ -44,6 +44,7 @@ Item {
 
         FitImage {
             objectName: "picture"
+            pool: ScalingPool
             anchors.fill: parent
             visible: root.showsPhoto && !root.showsZoom
             image: picture.image

@@ -31,7 +31,7 @@ Item {
 
             objectName: "progressText"
             anchors.horizontalCenter: parent.horizontalCenter
-            text: qsTr("Deleting %1 of %2").arg(root.done).arg(root.total)
+            text: qsTr("Deleting %1 of %2").arg(Numbers.plain(root.done)).arg(Numbers.plain(root.total))
             color: Look.primary
             font.pixelSize: Look.body
             font.family: Look.monospaced

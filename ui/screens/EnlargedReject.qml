@@ -43,6 +43,7 @@ Rectangle {
 
         FitImage {
             objectName: "enlargedPicture"
+            pool: ScalingPool
             anchors.fill: parent
             visible: !root.isVideo && !root.showsZoom
             image: picture.image

@@ -54,6 +54,7 @@ Item {
     FitImage {
         id: picture
 
+        pool: ScalingPool
         anchors.fill: parent
         fillMode: FitImage.Crop
         radius: 4

@@ -86,7 +86,7 @@ Rectangle {
 
                 objectName: "position"
                 x: 12
-                text: qsTr("%1 / %2").arg(root.session.count > 0 ? root.session.currentIndex + 1 : 0).arg(root.session.count)
+                text: qsTr("%1 / %2").arg(Numbers.plain(root.session.count > 0 ? root.session.currentIndex + 1 : 0)).arg(Numbers.plain(root.session.count))
                 color: Look.primary
                 font.pixelSize: Look.pixels(11)
                 font.family: Look.monospaced
@@ -95,7 +95,7 @@ Rectangle {
             Text {
                 objectName: "rejectCount"
                 x: parent.width - width - 12
-                text: qsTr("%1 rejected").arg(root.session.rejectedCount)
+                text: qsTr("%1 rejected").arg(Numbers.plain(root.session.rejectedCount))
                 color: root.session.rejectedCount > 0 ? Look.red : Look.secondary
                 font.pixelSize: Look.pixels(11)
                 font.family: Look.monospaced

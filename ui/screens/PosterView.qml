@@ -18,9 +18,11 @@ Item {
 
         appState: root.appState
         item: root.item
+        lookedAt: true
     }
 
     FitImage {
+        pool: ScalingPool
         anchors.fill: parent
         image: poster.image
     }

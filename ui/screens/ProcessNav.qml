@@ -39,6 +39,8 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTr("Card")
                 place: 0 - root.currentStep
+                // It ends a scan.
+                enabled: place !== 0 || root.kind === Phase.Scanning
                 onClicked: root.appState.backToCardScreen()
             }
 

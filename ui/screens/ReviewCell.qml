@@ -47,6 +47,7 @@ Item {
     }
 
     FitImage {
+        pool: ScalingPool
         anchors.fill: parent
         fillMode: FitImage.Crop
         radius: 6

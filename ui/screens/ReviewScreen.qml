@@ -58,14 +58,13 @@ Item {
         objectName: "grid"
         anchors.top: title.bottom
         anchors.topMargin: 12
-        anchors.left: parent.left
-        anchors.leftMargin: 16
-        anchors.right: parent.right
-        anchors.rightMargin: 16 - gap
         anchors.bottom: footer.top
+        // Whole points, so that no column falls off the row through rounding; what is left over
+        // goes to both sides. Every cell has its gap at the right, also the last one.
+        x: Math.floor((root.width - width + gap) / 2)
+        width: columns * cellWidth
         visible: rejects.count > 0
-        // Whole points, so that no column falls off the row through rounding.
-        cellWidth: Math.floor(width / columns)
+        cellWidth: Math.floor((root.width - 32 + gap) / columns)
         cellHeight: Math.floor((cellWidth - gap) / 1.5) + gap
         clip: true
         boundsBehavior: Flickable.StopAtBounds
@@ -101,13 +100,21 @@ Item {
         anchors.bottom: parent.bottom
         height: deleteButton.height + 32
 
-        Text {
-            objectName: "hint"
+        Column {
             x: 16
             anchors.verticalCenter: parent.verticalCenter
-            text: qsTr("Esc back · Space enlarge · X rescue · ⏎ delete")
-            color: Look.secondary
-            font.pixelSize: Look.caption
+            spacing: 4
+
+            Text {
+                objectName: "hint"
+                text: qsTr("Esc back · Space enlarge · X rescue · ⏎ delete")
+                color: Look.secondary
+                font.pixelSize: Look.caption
+            }
+
+            ReadOnlyNote {
+                visible: root.appState.cardIsReadOnly
+            }
         }
 
         PushButton {
@@ -120,7 +127,7 @@ Item {
             hasSymbol: true
             symbolKind: Symbol.Bin
             enabled: totals.itemCount > 0
-            text: qsTr("Delete %1 items — %2 files, %3").arg(totals.itemCount).arg(totals.fileCount).arg(totals.sizeText)
+            text: qsTr("Delete %1 items — %2 files, %3").arg(Numbers.plain(totals.itemCount)).arg(Numbers.plain(totals.fileCount)).arg(totals.sizeText)
             onClicked: root.appState.confirmingDelete = true
         }
     }

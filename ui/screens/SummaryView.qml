@@ -37,7 +37,7 @@ Item {
         Text {
             objectName: "counts"
             anchors.horizontalCenter: parent.horizontalCenter
-            text: qsTr("Deleted %1 files, kept %2 items.").arg(root.deleted).arg(root.kept)
+            text: qsTr("Deleted %1 files, kept %2 items.").arg(Numbers.plain(root.deleted)).arg(Numbers.plain(root.kept))
             color: Look.primary
             font.pixelSize: Look.title3
             font.bold: true
@@ -47,7 +47,7 @@ Item {
             objectName: "failures"
             anchors.horizontalCenter: parent.horizontalCenter
             visible: root.failed !== 0
-            text: qsTr("%1 could not be deleted.").arg(root.failed)
+            text: qsTr("%1 could not be deleted.").arg(Numbers.plain(root.failed))
             color: Look.primary
             font.pixelSize: Look.body
         }

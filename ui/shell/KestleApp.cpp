@@ -43,24 +43,26 @@ KestleApp::KestleApp(Extras extras)
     : m_volumes(withDesktopVolumes(std::move(extras.moreVolumes)))
     , m_defaults(UserDefaults::standardFile())
     , m_pipeline(decoders())
-    , m_appState(services(std::move(extras.fileManager)))
+    , m_fileManager(extras.fileManager ? std::move(extras.fileManager)
+                                       : std::make_shared<PosixFileManager>())
+    , m_reader(std::make_shared<ExifReader>())
+    , m_cardReads(m_reader, m_fileManager)
+    , m_appState(services())
     , m_keyHandler(m_appState)
     , m_menuCommands(m_appState, m_keyHandler)
     , m_keyMonitor(keyAnswers())
 {
 }
 
-AppState::Services KestleApp::services(std::shared_ptr<FileManager> fileManager)
+AppState::Services KestleApp::services()
 {
-    if (!fileManager) {
-        fileManager = std::make_shared<PosixFileManager>();
-    }
     return {.volumes = &m_volumes,
-            .access = std::make_shared<DirectAccess>(fileManager, m_defaults),
-            .fileManager = fileManager,
-            .reader = std::make_shared<ExifReader>(),
+            .access = std::make_shared<DirectAccess>(m_fileManager, m_defaults),
+            .fileManager = m_fileManager,
+            .reader = m_reader,
             .defaults = &m_defaults,
             .pipeline = &m_pipeline,
+            .cardReads = &m_cardReads,
             .screenMaxPixel = [this] { return screenMaxPixelOfWindow(); }};
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/CardReads.h"
 #include "app/KeyHandler.h"
 #include "app/MenuCommands.h"
 #include "platform/files/FileManager.h"
@@ -39,7 +40,7 @@ public:
     [[nodiscard]] QQuickWindow *window() const { return m_window; }
 
 private:
-    [[nodiscard]] AppState::Services services(std::shared_ptr<FileManager> fileManager);
+    [[nodiscard]] AppState::Services services();
     [[nodiscard]] KeyMonitor::Answers keyAnswers();
     [[nodiscard]] int screenMaxPixelOfWindow() const;
 
@@ -47,6 +48,9 @@ private:
     JoinedVolumes m_volumes;
     UserDefaults m_defaults;
     DecodePipeline m_pipeline;
+    std::shared_ptr<FileManager> m_fileManager;
+    std::shared_ptr<const MetadataReading> m_reader;
+    CardReads m_cardReads;
     AppState m_appState;
     KeyHandler m_keyHandler;
     MenuCommands m_menuCommands;

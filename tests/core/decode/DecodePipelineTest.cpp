@@ -123,7 +123,6 @@ private Q_SLOTS:
     void theCachedImageNeverDecodes()
     {
         QVERIFY(m_pipeline->cachedScreenImage(photo(u"A"_s)).isNull());
-        QVERIFY(m_pipeline->cachedThumbnail(photo(u"A"_s)).isNull());
         QVERIFY(m_decoders->decoded().empty());
     }
 
@@ -133,7 +132,6 @@ private Q_SLOTS:
         QCOMPARE(QCoro::waitFor(m_pipeline->thumbnail(photo(u"A"_s))).width(), 256);
 
         QCOMPARE(m_decoders->countOf("A.JPG"), 1);
-        QCOMPARE(m_pipeline->cachedThumbnail(photo(u"A"_s)).width(), 256);
         QVERIFY(m_pipeline->cachedScreenImage(photo(u"A"_s)).isNull());
     }
 
@@ -188,7 +186,8 @@ private Q_SLOTS:
         QVERIFY(m_decoders->decoded().empty());
         QCOMPARE(QCoro::waitFor(m_pipeline->screenImage(clip(u"C"_s), 2160)).width(), 256);
         QVERIFY(m_pipeline->cachedScreenImage(clip(u"C"_s)).isNull());
-        QVERIFY(!m_pipeline->cachedThumbnail(clip(u"C"_s)).isNull());
+        QCOMPARE(QCoro::waitFor(m_pipeline->thumbnail(clip(u"C"_s))).width(), 256);
+        QCOMPARE(m_decoders->countOf("C.MOV"), 1);
     }
 
     void aPhotoWithoutAPreviewDecodesItsRaw()
@@ -377,6 +376,30 @@ private Q_SLOTS:
                  (std::vector<std::string>{"current.JPG", "thumbnail.JPG", "prefetched.JPG"}));
     }
 
+    void theThumbnailOfTheCurrentItemComesBeforeTheOthers()
+    {
+        m_decoders->isGated = true;
+        QList<QImage> results;
+        const int busy = QThread::idealThreadCount();
+        for (int number = 0; number < busy; ++number) {
+            collect(m_pipeline->thumbnail(photo(u"busy%1"_s.arg(number))), &results);
+        }
+        QTRY_COMPARE(m_decoders->waiting, busy);
+        collect(m_pipeline->thumbnail(photo(u"other"_s)), &results);
+        collect(m_pipeline->thumbnail(photo(u"current"_s), DecodePipeline::Current), &results);
+        collect(m_pipeline->screenImage(clip(u"clip"_s), 100), &results);
+
+        for (int step = 0; step < busy + 3; ++step) {
+            m_decoders->gate.release();
+            QTest::qWait(5);
+        }
+
+        QTRY_COMPARE(results.size(), busy + 3);
+        const auto all = m_decoders->decoded();
+        const std::vector<std::string> last(all.end() - 3, all.end());
+        QCOMPARE(last, (std::vector<std::string>{"current.JPG", "clip.MOV", "other.JPG"}));
+    }
+
     void anotherSelectionEmptiesEverything()
     {
         m_pipeline->beginSelection(1);
@@ -387,9 +410,9 @@ private Q_SLOTS:
         m_pipeline->beginSelection(2);
 
         QVERIFY(m_pipeline->cachedScreenImage(photo(u"A"_s)).isNull());
-        QVERIFY(m_pipeline->cachedThumbnail(photo(u"A"_s)).isNull());
+        (void)QCoro::waitFor(m_pipeline->thumbnail(photo(u"A"_s)));
         (void)QCoro::waitFor(m_pipeline->fullImage(photo(u"A"_s)));
-        QCOMPARE(m_decoders->countOf("A.JPG"), 4);
+        QCOMPARE(m_decoders->countOf("A.JPG"), 5);
     }
 
     void theSameSelectionKeepsEverything()

@@ -73,6 +73,7 @@ private Q_SLOTS:
             }
         }
         FitImage item(m_window->contentItem());
+        item.setPool(&m_pool);
         item.setSize({300, 200});
 
         item.setImage(pattern);
@@ -85,6 +86,7 @@ private Q_SLOTS:
         QImage white(100, 100, QImage::Format_RGB32);
         white.fill(Qt::white);
         FitImage item(m_window->contentItem());
+        item.setPool(&m_pool);
         item.setSize({56, 56});
         item.setFillMode(FitImage::FillMode::Crop);
         item.setRadius(8);
@@ -98,9 +100,55 @@ private Q_SLOTS:
         QCOMPARE(qGray(grab.pixel(28, 28)), 255);
     }
 
+    void nobodyWaitsForAnItemThatIsStillScaling()
+    {
+        QImage large(3000, 2000, QImage::Format_RGB32);
+        large.fill(Qt::red);
+        std::atomic_bool isHeld = true;
+        m_pool.start([&] {
+            while (isHeld) {
+                QThread::msleep(1);
+            }
+        });
+        auto item = std::make_unique<FitImage>(m_window->contentItem());
+        item->setPool(&m_pool);
+        item->setSize({300, 200});
+        item->setImage(large);
+        (void)m_window->grabWindow(); // asks for the copy
+
+        item.reset();
+
+        QVERIFY(isHeld); // here before any copy could be made
+        isHeld = false;
+        QVERIFY(m_pool.waitForDone());
+        QCoreApplication::processEvents();
+    }
+
+    void aLargeBitmapIsDrawnPlainlyUntilItsCopyIsThere()
+    {
+        QImage large(3000, 2000, QImage::Format_RGB32);
+        large.fill(Qt::red);
+        std::atomic_bool isHeld = true;
+        m_pool.start([&] {
+            while (isHeld) {
+                QThread::msleep(1);
+            }
+        });
+        FitImage item(m_window->contentItem());
+        item.setPool(&m_pool);
+        item.setSize({300, 200});
+
+        item.setImage(large);
+
+        const QColor shown = m_window->grabWindow().pixelColor(150, 100);
+        isHeld = false;
+        QCOMPARE(shown, QColor(Qt::red));
+    }
+
     void aNewBitmapReplacesTheOldOneAndNoneClears()
     {
         FitImage item(m_window->contentItem());
+        item.setPool(&m_pool);
         item.setSize({100, 100});
         QImage red(10, 10, QImage::Format_RGB32);
         red.fill(Qt::red);
@@ -191,6 +239,7 @@ private:
         return true;
     }
 
+    ScalingPool m_pool;
     std::unique_ptr<QQuickWindow> m_window;
 };
 

@@ -4,6 +4,7 @@
 #include "ui/loaders/ScreenImageLoader.h"
 
 #include "tests/ui/ScreenBench.h"
+#include "ui/loaders/ThumbnailLoader.h"
 
 #include <QSignalSpy>
 
@@ -29,6 +30,50 @@ private Q_SLOTS:
 
         QTRY_VERIFY(!loader.isStale());
         QCOMPARE(loader.image().width(), 1200);
+    }
+
+    void theSubstituteComesBeforeTheThumbnailsOfOthers_data()
+    {
+        QTest::addColumn<bool>("isClip");
+        QTest::newRow("a photo") << false;
+        QTest::newRow("the poster of a clip") << true;
+    }
+
+    void theSubstituteComesBeforeTheThumbnailsOfOthers()
+    {
+        QFETCH(bool, isClip);
+        ScreenBench bench;
+        bench.pictures.screensAreHeld = true;
+        bench.pictures.thumbnailsAreHeld = true;
+        auto names = ScreenBench::shots(40);
+        names.front() = isClip ? "DSCF0001.MOV" : "DSCF0001.JPG";
+        bench.cull(names);
+        std::vector<std::unique_ptr<ThumbnailLoader>> others;
+        for (int index = 1; index < 40; ++index) {
+            others.push_back(std::make_unique<ThumbnailLoader>());
+            others.back()->setAppState(&bench.appState);
+            others.back()->setItem(bench.item(index));
+        }
+        const auto busy = size_t(QThread::idealThreadCount());
+        QTRY_COMPARE(bench.pictures.begun().size(), busy);
+        ScreenImageLoader loader;
+        ThumbnailLoader poster;
+        if (isClip) {
+            poster.setLookedAt(true);
+            poster.setAppState(&bench.appState);
+            poster.setItem(bench.item(0));
+        } else {
+            loader.setAppState(&bench.appState);
+        }
+
+        bench.letGo();
+
+        // The threads that were let go take one each, in an order of their own.
+        QTRY_VERIFY(bench.pictures.begun().size() >= 2 * busy);
+        auto next = bench.pictures.begun();
+        next.erase(next.begin(), next.begin() + qsizetype(busy));
+        next.resize(busy);
+        QVERIFY(std::ranges::find(next, names.front() + " small") != next.end());
     }
 
     void aCachedPictureIsThereAtOnce()

@@ -46,6 +46,29 @@ private Q_SLOTS:
         QCOMPARE(bench.text(u"message"_s), u"Session found — press ⏎ to resume"_s);
     }
 
+    void aWriteProtectedCardIsToldBelowTheTexts()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.files->makeReadOnly(bench.mountLater("LOCKED", ScreenBench::shots(1)));
+        bench.mountCard("CARD", ScreenBench::shots(1));
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        QVERIFY(!bench.find(u"readOnlyNote"_s));
+        bench.mountCard("LOCKED", {});
+        QTRY_VERIFY(bench.appState.canSwitchCards());
+
+        bench.key(Qt::Key_Tab);
+
+        QTRY_VERIFY(bench.find(u"readOnlyNote"_s));
+        QCOMPARE(bench.text(u"readOnlyNote"_s),
+                 u"This card is write-protected. Kestle cannot delete from it."_s);
+        const auto rect = [&](const QString &name) {
+            return WindowBench::rectOf(bench.find(name));
+        };
+        QTRY_VERIFY(rect(u"readOnlyNote"_s).top() > rect(u"message"_s).bottom());
+        QVERIFY(rect(u"readOnlyNote"_s).bottom() < rect(u"startButton"_s).top());
+    }
+
     void aClosedCardAsksForAccess()
     {
         WindowBench bench;
@@ -59,6 +82,34 @@ private Q_SLOTS:
                  u"macOS requires a one-time permission to read this card."_s);
         bench.click(u"grantButton"_s);
         QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+    }
+
+    void theStepOfTheCardOpensNoCardThatCannotBeRead()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.access->closed.insert(bench.mountLater("CARD", ScreenBench::shots(1)));
+        bench.mountCard("CARD", {});
+        QTRY_COMPARE(bench.appState.phase(), Phase::needsAccess());
+
+        bench.click(u"cardStep"_s);
+
+        QCOMPARE(bench.appState.phase(), Phase::needsAccess());
+    }
+
+    void theStepOfTheCardEndsAScan()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("CARD", ScreenBench::shots(1));
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        bench.files->scanIsHeld = true;
+        bench.key(Qt::Key_Return);
+        QCOMPARE(bench.appState.phase(), Phase::scanning());
+
+        bench.click(u"cardStep"_s);
+
+        QCOMPARE(bench.appState.phase(), Phase::cardReady(false));
     }
 
     void scanningShowsNoPickerEvenWithSeveralCards()
@@ -96,6 +147,24 @@ private Q_SLOTS:
         QTRY_COMPARE(bench.text(u"title"_s), u"TWO"_s);
         QTRY_COMPARE(bench.find(u"cardPicker"_s)->property("displayText").toString(), u"TWO"_s);
         QVERIFY(bench.find(u"cardPicker"_s)->width() <= 260);
+    }
+
+    void aCardsNameIsNeverTakenForMarkup()
+    {
+        const auto name = u"<img src='x'>"_s;
+        WindowBench bench;
+        bench.appState.start();
+        bench.volumes.mount(bench.mountLater("ONE", ScreenBench::shots(2)), u"1"_s, name);
+        bench.mountCard("TWO", ScreenBench::shots(2));
+        QTRY_COMPARE(bench.text(u"title"_s), name);
+        QTRY_VERIFY(bench.find(u"cardPicker"_s));
+
+        bench.click(u"cardPicker"_s);
+
+        QTRY_COMPARE(bench.itemsShowing(name).size(), 3); // title, picker, its list
+        for (const auto *item : bench.itemsShowing(name)) {
+            QCOMPARE(item->property("textFormat").toInt(), int(Qt::PlainText));
+        }
     }
 
     void anOpenPickerHasTheKeysAndChoosesACard()

@@ -188,6 +188,7 @@ private Q_SLOTS:
     {
         WindowBench bench;
         bench.cull(ScreenBench::shots(60));
+        QTRY_VERIFY(bench.find(u"border"_s)); // the strip has its items
         auto *focused = bench.window->activeFocusItem();
         const auto strip = WindowBench::rectOf(bench.find(u"strip"_s));
 
@@ -204,6 +205,7 @@ private Q_SLOTS:
         bench.cull(ScreenBench::shots(3));
         bench.key(Qt::Key_Z);
         QVERIFY(bench.appState.zoomed());
+        QTRY_VERIFY(bench.find(u"border"_s)); // the strip has its items
         const auto strip = WindowBench::rectOf(bench.find(u"strip"_s));
 
         QTest::mouseClick(bench.window, Qt::LeftButton, {},

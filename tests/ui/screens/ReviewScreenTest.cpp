@@ -26,21 +26,53 @@ private Q_SLOTS:
         QVERIFY(!bench.find(u"enlarged"_s));
     }
 
+    void theGridHasFiveColumns_data()
+    {
+        QTest::addColumn<int>("width");
+        for (const int width : {1000, 1001, 1002, 1003, 1004, 1920}) {
+            QTest::addRow("%d", width) << width;
+        }
+    }
+
     void theGridHasFiveColumns()
     {
-        WindowBench bench;
+        QFETCH(int, width);
+        WindowBench bench({width, 700});
         review(bench, 7);
 
         QCOMPARE(bench.text(u"hint"_s), u"Esc back · Space enlarge · X rescue · ⏎ delete"_s);
         QTRY_COMPARE(bench.text(u"deleteButton"_s), u"Delete 7 items — 7 files, 700 bytes"_s);
         const auto cells = cellsOf(bench);
         QCOMPARE(cells.size(), 7);
+        const auto left = WindowBench::rectOf(cells.at(0)).left();
         for (int i = 0; i < 7; ++i) {
             const auto rect = WindowBench::rectOf(cells.at(i));
-            QCOMPARE(rect.left(), 16 + (i % 5) * (rect.width() + 8));
+            QCOMPARE(rect.left(), left + (i % 5) * (rect.width() + 8));
             QVERIFY(std::abs(rect.width() / rect.height() - 1.5) < 0.02);
         }
-        QVERIFY(WindowBench::rectOf(cells.at(4)).right() > 1000 - 16 - 5);
+        const auto right = width - WindowBench::rectOf(cells.at(4)).right();
+        QVERIFY(left >= 16 && left <= 18);
+        QVERIFY(std::abs(left - right) <= 1);
+    }
+
+    void aWriteProtectedCardIsToldInTheFooter()
+    {
+        WindowBench bench;
+        review(bench, 2);
+        QVERIFY(!bench.find(u"readOnlyNote"_s));
+        WindowBench locked;
+        locked.files->makeReadOnly(locked.mountLater("CARD", {}));
+
+        review(locked, 2);
+
+        QVERIFY(locked.find(u"readOnlyNote"_s));
+        QCOMPARE(locked.text(u"readOnlyNote"_s),
+                 u"This card is write-protected. Kestle cannot delete from it."_s);
+        const auto note = WindowBench::rectOf(locked.find(u"readOnlyNote"_s));
+        QVERIFY(note.top() > WindowBench::rectOf(locked.find(u"grid"_s)).bottom());
+        QVERIFY(note.bottom() <= locked.window->height());
+        QVERIFY(note.right() < WindowBench::rectOf(locked.find(u"deleteButton"_s)).left());
+        QVERIFY(locked.find(u"deleteButton"_s)->isEnabled());
     }
 
     void aClickSelectsACell()
@@ -149,6 +181,40 @@ private Q_SLOTS:
 
         QTRY_VERIFY(!bench.appState.confirmingDelete());
         QCOMPARE(bench.appState.phase(), Phase::review());
+    }
+
+    void everyOpeningFocusesCancel_data()
+    {
+        QTest::addColumn<bool>("byMouse");
+        QTest::newRow("cancelled by Escape") << false;
+        QTest::newRow("cancelled by a click") << true;
+    }
+
+    void everyOpeningFocusesCancel()
+    {
+        QFETCH(bool, byMouse);
+        WindowBench bench;
+        review(bench, 2);
+        bench.key(Qt::Key_Return);
+        QTRY_VERIFY(bench.find(u"cancelButton"_s));
+        bench.key(Qt::Key_Left);
+        QVERIFY(bench.find(u"confirmButton"_s)->hasActiveFocus());
+        if (byMouse) {
+            bench.click(u"cancelButton"_s);
+        } else {
+            bench.key(Qt::Key_Escape);
+        }
+        QTRY_VERIFY(!bench.find(u"cancelButton"_s));
+
+        bench.key(Qt::Key_Return);
+
+        QTRY_VERIFY(bench.find(u"cancelButton"_s));
+        QVERIFY(bench.find(u"cancelButton"_s)->hasActiveFocus());
+        QVERIFY(!bench.find(u"confirmButton"_s)->hasActiveFocus());
+        bench.key(Qt::Key_Return);
+        QTRY_VERIFY(!bench.find(u"cancelButton"_s));
+        QCOMPARE(bench.appState.phase(), Phase::review());
+        QVERIFY(bench.has("DSCF0001.JPG"));
     }
 
     void leftRightAndTabMoveBetweenTheButtons_data()

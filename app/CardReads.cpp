@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/CardReads.h"
+
+#include "core/metadata/MetadataReading.h"
+#include "platform/files/FileManager.h"
+
+#include <QtConcurrent/qtconcurrentrun.h>
+
+/// The newest item's settings should not wait behind a read that is no longer wanted.
+static constexpr int readsAtOnce = 2;
+
+CardReads::CardReads(std::shared_ptr<const MetadataReading> reader,
+                     std::shared_ptr<const FileManager> fileManager)
+    : m_reader(std::move(reader))
+    , m_fileManager(std::move(fileManager))
+{
+    m_pool.setMaxThreadCount(readsAtOnce);
+}
+
+QFuture<std::optional<ImageMetadata>> CardReads::metadata(const std::filesystem::path &url,
+                                                          std::stop_token stop)
+{
+    auto read = [reader = m_reader, url, stop = std::move(stop)]() -> std::optional<ImageMetadata> {
+        return stop.stop_requested() ? std::nullopt : reader->read(url);
+    };
+    return QtConcurrent::run(&m_pool, std::move(read));
+}
+
+QFuture<QHash<QString, qint64>> CardReads::sizes(const QList<MediaItem> &items,
+                                                 std::stop_token stop)
+{
+    auto ask = [fileManager = m_fileManager, items, stop = std::move(stop)] {
+        QHash<QString, qint64> sizes;
+        for (const auto &item : items) {
+            if (stop.stop_requested()) {
+                break;
+            }
+            qint64 bytes = 0;
+            for (const auto &url : item.allURLs()) {
+                bytes += fileManager->fileSize(url).value_or(0);
+            }
+            sizes.insert(item.id, bytes);
+        }
+        return sizes;
+    };
+    return QtConcurrent::run(&m_pool, std::move(ask));
+}

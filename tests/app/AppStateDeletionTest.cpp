@@ -1,0 +1,222 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tests/app/Workbench.h"
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+/// The deletion and the summary.
+class AppStateDeletionTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_bench = std::make_unique<Workbench>(); }
+
+    void deletingRemovesTheRejectsAndNothingElse()
+    {
+        m_bench->cull(3);
+        app().session()->toggle(u"100_FUJI/DSCF0002"_s);
+        app().finishCulling();
+        app().setConfirmingDelete(true);
+
+        app().performDelete();
+
+        QCOMPARE(app().phase(), Phase::deleting(0, 1));
+        QVERIFY(!app().confirmingDelete());
+        QTRY_COMPARE(app().phase(), Phase::summary(1, 0, 2));
+        QVERIFY(m_bench->has("DSCF0001.JPG"));
+        QVERIFY(!m_bench->has("DSCF0002.JPG"));
+        QVERIFY(m_bench->has("DSCF0003.JPG"));
+        app().closeSummary();
+        QCOMPARE(app().phase(), Phase::cardReady(false));
+        QVERIFY(!app().hasSession());
+    }
+
+    /// With A.HEIC gone, A.JPG is found under its id.
+    void afterADeletionNoPictureOfADeletedFileIsShown()
+    {
+        app().start();
+        m_bench->cardRoot = m_bench->mountCard("CARD", {"A.JPG", "A.HEIC"});
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        const auto first = *app().session()->currentItem();
+        QCOMPARE(first.id, u"100_FUJI/A"_s);
+        QTRY_VERIFY(!m_bench->pipeline.cachedScreenImage(first).isNull());
+        app().session()->toggle(first.id);
+        app().finishCulling();
+        app().performDelete();
+        QTRY_COMPARE(app().phase(), Phase::summary(1, 0, 1));
+        app().closeSummary();
+
+        app().startCulling();
+
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        const auto second = *app().session()->currentItem();
+        QCOMPARE(second.id, first.id);
+        QVERIFY(second.displayURL() != first.displayURL());
+        QTRY_VERIFY(!m_bench->pipeline.cachedScreenImage(second).isNull());
+        QCOMPARE(m_bench->pipeline.cachedScreenImage(second).width(),
+                 Workbench::widthOfPictures(second.displayURL()));
+    }
+
+    void deletingStartsOnlyFromTheReview()
+    {
+        m_bench->cull(2);
+        m_bench->rejectAll();
+
+        app().performDelete();
+
+        QCOMPARE(app().phase(), Phase::culling());
+        QVERIFY(m_bench->has("DSCF0001.JPG"));
+    }
+
+    void aFailedDeletionCanBeRunAgainWithExactlyTheFailedItems()
+    {
+        m_bench->cull(3);
+        app().session()->toggle(u"100_FUJI/DSCF0002"_s);
+        app().session()->jump(2);
+        app().finishCulling();
+        m_bench->files->removalsFail = true;
+        app().performDelete();
+        QTRY_COMPARE(app().phase(), Phase::summary(0, 1, 2));
+
+        app().closeSummary();
+        QCOMPARE(app().phase(), Phase::cardReady(true));
+        app().startCulling();
+
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        QCOMPARE(app().session()->rejectedIDs(), QSet<QString>{u"100_FUJI/DSCF0002"_s});
+        QCOMPARE(app().session()->currentIndex(), 0);
+    }
+
+    void filesThatWereGoneAlreadyNeedNoSecondRun()
+    {
+        m_bench->cull(2);
+        m_bench->rejectAll();
+        app().finishCulling();
+        std::filesystem::remove(m_bench->cardRoot / "DCIM/100_FUJI/DSCF0001.JPG");
+        std::filesystem::remove(m_bench->cardRoot / "DCIM/100_FUJI/DSCF0002.JPG");
+
+        app().performDelete();
+
+        QTRY_COMPARE(app().phase(), Phase::summary(0, 2, 0));
+        app().closeSummary();
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::noMedia());
+    }
+
+    void nothingInterruptsADeletion()
+    {
+        m_bench->cull(2);
+        m_bench->rejectAll();
+        app().finishCulling();
+        m_bench->files->removalIsHeld = true;
+        app().performDelete();
+
+        app().backToCardScreen();
+        app().backToCulling();
+        app().goToReview();
+        app().performDelete();
+        app().cycleCard();
+
+        QCOMPARE(app().phase(), Phase::deleting(0, 2));
+        m_bench->files->removalIsHeld = false;
+        QTRY_COMPARE(app().phase(), Phase::summary(2, 0, 0));
+    }
+
+    void aCardPulledWhileDeletingDropsTheResult()
+    {
+        m_bench->cull(2);
+        m_bench->rejectAll();
+        app().finishCulling();
+        m_bench->files->removalIsHeld = true;
+        app().performDelete();
+        m_bench->volumes.unmount(m_bench->cardRoot);
+        QTRY_COMPARE(app().phase(), Phase::waitingForCard());
+        m_bench->volumes.mount(m_bench->cardRoot, u"UUID-CARD"_s, u"CARD"_s);
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+
+        m_bench->files->removalIsHeld = false;
+
+        QTest::qWait(100);
+        QCOMPARE(app().phase(), Phase::cardReady(false));
+    }
+
+    void aCardThatIsDroppedLosesNoFileAfterTheOneInHand()
+    {
+        m_bench->cull(3);
+        m_bench->rejectAll();
+        app().finishCulling();
+        m_bench->files->removalIsHeld = true;
+        app().performDelete();
+        QTRY_COMPARE(m_bench->files->removals.load(), 1);
+        m_bench->volumes.unmount(m_bench->cardRoot);
+        QTRY_COMPARE(app().phase(), Phase::waitingForCard());
+
+        m_bench->files->removalIsHeld = false;
+
+        QTRY_VERIFY(!m_bench->has("DSCF0001.JPG"));
+        QTest::qWait(50);
+        QCOMPARE(m_bench->files->removals.load(), 1);
+        QVERIFY(m_bench->has("DSCF0002.JPG"));
+        QCOMPARE(app().phase(), Phase::waitingForCard());
+    }
+
+    void progressNeverGoesBack()
+    {
+        m_bench->cull(9);
+        m_bench->rejectAll();
+        app().finishCulling();
+        qint64 last = 0;
+        bool wentBack = false;
+        connect(&app(), &AppState::phaseChanged, this, [&] {
+            if (app().phase().kind == Phase::Kind::Deleting) {
+                wentBack = wentBack || app().phase().doneCount < last;
+                last = app().phase().doneCount;
+            }
+        });
+
+        app().performDelete();
+
+        QTRY_COMPARE(app().phase(), Phase::summary(9, 0, 0));
+        QVERIFY(!wentBack);
+        QTest::qWait(20);
+        QCOMPARE(app().phase(), Phase::summary(9, 0, 0));
+    }
+
+    void quittingDuringADeletionEndsAfterTheFileInHand()
+    {
+        m_bench->cull(3);
+        m_bench->rejectAll();
+        app().finishCulling();
+        m_bench->files->removalIsHeld = true;
+        app().performDelete();
+        QTRY_COMPARE(m_bench->files->removals.load(), 1);
+        std::atomic_bool quits = false;
+        std::jthread letsGo([&] {
+            quits.wait(false);
+            QThread::msleep(100); // until it waits for the run
+            m_bench->files->removalIsHeld = false;
+        });
+
+        quits = true;
+        quits.notify_one();
+        m_bench->appState.reset();
+
+        QCOMPARE(m_bench->files->removals.load(), 1);
+        QVERIFY(!m_bench->has("DSCF0001.JPG"));
+        QVERIFY(m_bench->has("DSCF0002.JPG"));
+        QVERIFY(m_bench->has("DSCF0003.JPG"));
+    }
+
+private:
+    [[nodiscard]] AppState &app() const { return *m_bench->appState; }
+
+    std::unique_ptr<Workbench> m_bench;
+};
+
+QTEST_GUILESS_MAIN(AppStateDeletionTest)
+#include "AppStateDeletionTest.moc"

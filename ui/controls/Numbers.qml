@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma Singleton
+
+import QtQuick
+
+// Numbers as texts.
+QtObject {
+    // Decimal digits, no grouping. A text's arg() would write a count of 64 bits as a double, and
+    // a million as 1e+06.
+    function plain(count: real): string {
+        return Number(count).toFixed(0);
+    }
+}
