@@ -12,6 +12,7 @@
 #   lab_insert FOLDER       an exFAT card holding FOLDER's content, mounted: sets $lab_device and
 #                           $lab_mount
 #   lab_eject               takes it out again
+#   lab_insert_again        puts the same card in again, as it is by now
 #   lab_display             a display with a window manager: sets DISPLAY
 #   lab_wait SECONDS CMD…   short polls until CMD succeeds; fails after SECONDS
 #   lab_start_program CMD…  in the background, its output in $lab/program.log; sets $lab_program
@@ -154,7 +155,7 @@ lab_announce() {
 }
 
 lab_insert() {
-    local folder=$1 size answer
+    local folder=$1 size
     # Mount points are shared by all of the machine: the name must be this run's own.
     lab_label=KLAB$(printf '%05d' $((RANDOM + $$ % 1000 * 30)))
     size=$(du -sm -- "$folder" | cut -f1)
@@ -166,8 +167,17 @@ lab_insert() {
     mount.exfat-fuse "$lab_device" "$lab/filling" >"$lab/filling.log" 2>&1 || lab_fail "no first mount"
     cp -r -- "$folder/." "$lab/filling/"
     sync -f "$lab/filling"
-    umount "$lab/filling"
+    lab_wait 5 umount "$lab/filling" 2>/dev/null || lab_fail "the card stays in use"
+    lab_mount_card
+}
 
+lab_insert_again() {
+    lab_device=$(timeout 10 losetup --find --show "$lab/card.img") || lab_fail "no loop device"
+    lab_mount_card
+}
+
+lab_mount_card() {
+    local answer
     lab_wait 1 lab_announce || lab_fail "udisksd does not see the card"
     lab_mounted=maybe # before it is: a signal in between must not lose the mount
     answer=$(timeout 20 udisksctl mount -b "$lab_device" --no-user-interaction 2>&1) ||
