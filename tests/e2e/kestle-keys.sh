@@ -28,6 +28,8 @@ settle() {
 checksums() { (cd "$1" && find . -type f -print0 | sort -z | xargs -0 sha256sum); }
 
 window_shown() { [[ -n $(xdotool search --onlyvisible --pid "$lab_program" 2>/dev/null) ]]; }
+# A window comes black; with its texts there are shades of grey.
+window_drawn() { (($(import -silent -window root -format '%k' info:-) > 8)); }
 
 # The green check mark of a deletion without failures, in the middle of the screen.
 green_check() {
