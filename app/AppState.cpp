@@ -239,6 +239,7 @@ void AppState::startCulling()
         return;
     }
     const Operation operation(*this);
+    m_opener.cancel(); // whoever begins with this card wishes for no other
     m_now.phase = Phase::scanning();
     scan(*m_now.card);
 }

@@ -273,6 +273,27 @@ private Q_SLOTS:
         QTRY_COMPARE(app().cardName(), u"RENAMED"_s);
     }
 
+    void aCardThatAnswersAfterCullingHasBegunIsNotOpened()
+    {
+        app().start();
+        m_bench->mountCard("ONE", Workbench::shots(1));
+        QTRY_COMPARE(app().cardName(), u"ONE"_s);
+        const auto slow = m_bench->makeCard("SLOW", Workbench::shots(1));
+        m_bench->access->hold(slow);
+        m_bench->mountCard("SLOW", {});
+        QTRY_VERIFY(app().canSwitchCards());
+        app().cycleCard();
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        app().leaveCulling();
+
+        m_bench->access->letGo(slow);
+
+        QTest::qWait(50);
+        QCOMPARE(app().cardName(), u"ONE"_s);
+        QVERIFY(app().hasSession());
+    }
+
     void aRenamedCardKeepsItsSessionAndItsDecisions()
     {
         m_bench->cull(3);

@@ -24,6 +24,8 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
 
+    void cleanup() { letPoolGo(); }
+
     void placements_data()
     {
         QTest::addColumn<bool>("crops");
@@ -104,12 +106,7 @@ private Q_SLOTS:
     {
         QImage large(3000, 2000, QImage::Format_RGB32);
         large.fill(Qt::red);
-        std::atomic_bool isHeld = true;
-        m_pool.start([&] {
-            while (isHeld) {
-                QThread::msleep(1);
-            }
-        });
+        holdPool();
         auto item = std::make_unique<FitImage>(m_window->contentItem());
         item->setPool(&m_pool);
         item->setSize({300, 200});
@@ -118,9 +115,8 @@ private Q_SLOTS:
 
         item.reset();
 
-        QVERIFY(isHeld); // here before any copy could be made
-        isHeld = false;
-        QVERIFY(m_pool.waitForDone());
+        QVERIFY(m_poolIsHeld); // here before any copy could be made
+        letPoolGo();
         QCoreApplication::processEvents();
     }
 
@@ -128,12 +124,7 @@ private Q_SLOTS:
     {
         QImage large(3000, 2000, QImage::Format_RGB32);
         large.fill(Qt::red);
-        std::atomic_bool isHeld = true;
-        m_pool.start([&] {
-            while (isHeld) {
-                QThread::msleep(1);
-            }
-        });
+        holdPool();
         FitImage item(m_window->contentItem());
         item.setPool(&m_pool);
         item.setSize({300, 200});
@@ -141,7 +132,7 @@ private Q_SLOTS:
         item.setImage(large);
 
         const QColor shown = m_window->grabWindow().pixelColor(150, 100);
-        isHeld = false;
+        letPoolGo();
         QCOMPARE(shown, QColor(Qt::red));
     }
 
@@ -239,6 +230,24 @@ private:
         return true;
     }
 
+    /// The pool makes no copy until it is let go.
+    void holdPool()
+    {
+        m_poolIsHeld = true;
+        m_pool.start([this] {
+            while (m_poolIsHeld) {
+                QThread::msleep(1);
+            }
+        });
+    }
+
+    void letPoolGo()
+    {
+        m_poolIsHeld = false;
+        m_pool.waitForDone();
+    }
+
+    std::atomic_bool m_poolIsHeld = false;
     ScalingPool m_pool;
     std::unique_ptr<QQuickWindow> m_window;
 };
