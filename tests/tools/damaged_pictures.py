@@ -9,8 +9,8 @@ import sys
 import zlib
 
 sys.dont_write_bytecode = True  # the folder of the sources stays clean
-from made_pictures import (BASELINE, PROGRESSIVE, grey_jpeg, jpeg_segment, scan, tiff_directory,
-                           tiff_field)
+from made_pictures import (BASELINE, PROGRESSIVE, empty_blocks, grey_jpeg, jpeg_segment, scan,
+                           tiff_directory, tiff_field)
 
 MOST = 0xFFFFFFFF
 WILD = struct.pack("<I", MOST)
@@ -39,6 +39,12 @@ def jpegs():
     scans = scan(b"\x00" * 20, 0, 0) + b"".join(
         scan(b"\x00" * 20, number % 63 + 1, 63) for number in range(2000))
     yield "many-scans.jpg", grey_jpeg(20000, 20000, scans, PROGRESSIVE)
+    # As much memory as a picture may take, for its rows and its coefficients, and a little more.
+    for edge in (12900, 13370, 15800, 16300):
+        first, rest = scan(empty_blocks(edge, edge), 0, 0), scan(b"\x00" * 20, 1, 63)
+        yield f"progressive-{edge}.jpg", grey_jpeg(edge, edge, first + rest, PROGRESSIVE)
+    for edge in (15300, 15860):
+        yield f"baseline-{edge}.jpg", grey_jpeg(edge, edge)
     yield "many-segments.jpg", grey_jpeg(64, 48, segments=jpeg_segment(0xE2, b"") * 200_000)
     yield "fill-bytes.jpg", b"\xff\xd8" + b"\xff" * 4_000_000
     profile = b"ICC_PROFILE\x00\x01\xff" + struct.pack(">I", MOST) + b"\xff" * 60_000
