@@ -4,6 +4,7 @@
 #include "platform/imageio/ColorProfile.h"
 
 #include <QColorSpace>
+#include <QLoggingCategory>
 
 #include <lcms2.h>
 
@@ -29,6 +30,22 @@ using Transform = std::unique_ptr<void, Closer<cmsDeleteTransform>>;
 bool isForRgb(const QByteArray &icc)
 {
     return icc.size() >= 128 && QByteArrayView(icc).sliced(16, 4) == "RGB ";
+}
+
+/// Qt writes a line about every damaged profile, which is nobody's business on a terminal.
+void silenceQt()
+{
+    static QLoggingCategory::CategoryFilter others = nullptr;
+    [[maybe_unused]] static const bool silenced = [] {
+        others = QLoggingCategory::installFilter(nullptr); // tells which one was there
+        QLoggingCategory::installFilter([](QLoggingCategory *category) {
+            others(category);
+            if (qstrcmp(category->categoryName(), "qt.gui.icc") == 0) {
+                category->setEnabled(QtWarningMsg, false);
+            }
+        });
+        return true;
+    }();
 }
 
 /// For profiles with tables, which QColorSpace does not take.
@@ -60,6 +77,7 @@ QImage ColorProfile::toSrgb(QImage image, const QByteArray &icc)
     if (image.isNull() || !isForRgb(icc)) {
         return image;
     }
+    silenceQt();
     const auto space = QColorSpace::fromIccProfile(icc);
     if (!space.isValid()) {
         convertByTables(image, icc);

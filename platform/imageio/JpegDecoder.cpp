@@ -18,8 +18,8 @@
 namespace {
 
 constexpr qint64 mostPixels = 400'000'000;
-/// For the picture and what the decoder needs beside it.
-constexpr qint64 mostMemory = qint64{1024} * 1024 * 1024;
+/// For the picture and what the decoder needs beside it: a gibibyte, less what the program is.
+constexpr qint64 mostMemory = qint64{960} * 1024 * 1024;
 constexpr qint64 leastWorkingMemory = qint64{64} * 1024 * 1024;
 /// Smaller previews are visibly less than the picture at that size.
 constexpr int smallestPreview = 256;

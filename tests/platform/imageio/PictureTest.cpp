@@ -7,6 +7,7 @@
 
 #include <QColorSpace>
 #include <QElapsedTimer>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -153,6 +154,20 @@ private Q_SLOTS:
         const auto image = decode(withProfile(plain({32, 32}, qRgb(0, 200, 0)), profile), whole);
 
         QVERIFY(isClose(image.pixel(16, 16), qRgb(0, 200, 0), 3));
+    }
+
+    void nothingIsSaidAboutADamagedProfile()
+    {
+        QTest::failOnWarning(QRegularExpression(u".*"_s));
+        const auto sound = QColorSpace(QColorSpace::DisplayP3).iccProfile();
+        constexpr qsizetype tagTable = 128;
+
+        for (qsizetype at = tagTable; at < tagTable + 16; ++at) {
+            auto profile = sound;
+            profile[at] = '\x5a';
+            QVERIFY(
+                !decode(withProfile(plain({32, 32}, qRgb(0, 200, 0)), profile), whole).isNull());
+        }
     }
 
     void greyIsShownAsGrey()
