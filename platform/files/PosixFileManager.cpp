@@ -41,8 +41,8 @@ PosixFileManager::regularFilesBelow(const std::filesystem::path &folder) const
     std::vector<std::filesystem::path> files;
     const auto descriptor = openFolder(folder, O_NOFOLLOW);
     if (descriptor.isOpen()) {
-        FolderWalk::regularFiles(descriptor.number(), [&](const auto &path) {
-            files.push_back(folder / path);
+        FolderWalk::regularFiles(descriptor.number(), folder, [&files](const auto &path) {
+            files.push_back(path);
             return true;
         });
     }
