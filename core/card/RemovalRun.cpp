@@ -37,11 +37,12 @@ RemovalRun::RemovalRun(const std::vector<Location> &urls, const Location &volume
     m_card = fileManager.hold(volumeURL, m_death); // before all else: this card, and no later one
     const auto root = fileManager.resolvingSymlinks(volumeURL);
     m_rootPrefix = withTrailingSeparator(root.native());
-    std::set<Location> doomed;
+    HeldCard::PathBytes doomed;
     for (const auto &url : urls) {
         m_targets.push_back(targetAt(url));
-        doomed.insert(m_targets.back().folder / m_targets.back().name);
-        doomed.insert(m_targets.back().path);
+        const auto &target = m_targets.back();
+        doomed.insert((target.folder / target.name).native());
+        doomed.insert(target.path.native());
     }
     if (!m_card) {
         return;

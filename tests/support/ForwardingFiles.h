@@ -19,7 +19,7 @@ public:
 
     Lookup lookUp(const Path &path) const override { return m_real->lookUp(path); }
 
-    void chooseWitness(const std::set<Path> &doomed) override { m_real->chooseWitness(doomed); }
+    void chooseWitness(const PathBytes &doomed) override { m_real->chooseWitness(doomed); }
 
     std::error_code proveAlive() override { return m_real->proveAlive(); }
 

@@ -75,7 +75,7 @@ public:
         return ForwardingHeldCard::isAt(path);
     }
 
-    void chooseWitness(const std::set<Path> &doomed) override
+    void chooseWitness(const PathBytes &doomed) override
     {
         (void)m_plan.strikes();
         ForwardingHeldCard::chooseWitness(doomed);
