@@ -87,6 +87,12 @@ std::filesystem::path PosixFileManager::resolvingSymlinks(const std::filesystem:
                                                                     : resolved.parent_path();
 }
 
+bool PosixFileManager::isLink(const std::filesystem::path &path) const
+{
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 std::optional<qint64> PosixFileManager::fileSize(const std::filesystem::path &path) const
 {
     struct stat status = {};

@@ -59,6 +59,8 @@ public:
         return m_real.resolvingSymlinks(path);
     }
 
+    bool isLink(const Path &path) const override { return m_real.isLink(path); }
+
     std::optional<qint64> fileSize(const Path &path) const override
     {
         return m_real.fileSize(path);

@@ -179,6 +179,12 @@ public:
         return ForwardingFiles::resolvingSymlinks(path);
     }
 
+    bool isLink(const Path &path) const override
+    {
+        (void)plan.strikes();
+        return ForwardingFiles::isLink(path);
+    }
+
     mutable FaultPlan plan;
 
 protected:

@@ -236,6 +236,19 @@ private Q_SLOTS:
         QCOMPARE(m_files.resolvingSymlinks(m_root / "one"), m_root / "one");
     }
 
+    void onlyTheLastNameOfAPathMakesItALink()
+    {
+        add("folder/file");
+        fs::create_directory_symlink(m_root / "folder", m_root / "link");
+        fs::create_symlink("nowhere", m_root / "dangling");
+
+        QVERIFY(m_files.isLink(m_root / "link"));
+        QVERIFY(m_files.isLink(m_root / "dangling"));
+        QVERIFY(!m_files.isLink(m_root / "link/file"));
+        QVERIFY(!m_files.isLink(m_root / "folder"));
+        QVERIFY(!m_files.isLink(m_root / "missing"));
+    }
+
     void sizeIsTheFilesAndAbsentForNothing()
     {
         add("file", "12345");
