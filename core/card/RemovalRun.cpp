@@ -37,11 +37,12 @@ RemovalRun::RemovalRun(const std::vector<Location> &urls, const Location &volume
     m_card = fileManager.hold(volumeURL, m_death); // before all else: this card, and no later one
     const auto root = fileManager.resolvingSymlinks(volumeURL);
     m_rootPrefix = withTrailingSeparator(root.native());
-    std::set<Location> doomed;
+    HeldCard::PathBytes doomed;
     for (const auto &url : urls) {
         m_targets.push_back(targetAt(url));
-        doomed.insert(m_targets.back().folder / m_targets.back().name);
-        doomed.insert(m_targets.back().path);
+        const auto &target = m_targets.back();
+        doomed.insert((target.folder / target.name).native());
+        doomed.insert(target.path.native());
     }
     if (!m_card) {
         return;
@@ -53,16 +54,27 @@ RemovalRun::RemovalRun(const std::vector<Location> &urls, const Location &volume
     m_card->chooseWitness(doomed);
 }
 
-RemovalRun::Target RemovalRun::targetAt(const Location &url)
+const RemovalRun::Location &RemovalRun::resolvedFolder(const Location &url)
 {
-    const auto resolved = m_fileManager.resolvingSymlinks(url).native();
     const auto parent = url.parent_path();
     auto folder = m_resolvedFolders.find(parent);
     if (folder == m_resolvedFolders.end()) {
         folder = m_resolvedFolders.emplace(parent, m_fileManager.resolvingSymlinks(parent)).first;
     }
+    return folder->second;
+}
+
+RemovalRun::Target RemovalRun::targetAt(const Location &url)
+{
+    const auto &folder = resolvedFolder(url);
+    const auto folderPrefix = withTrailingSeparator(folder.native());
+    const auto name = url.filename();
+    // In a folder that is resolved, only a link leads elsewhere; the whole way costs much more.
+    const bool leadsElsewhere =
+        name.empty() || name.native() == "." || name.native() == ".." || m_fileManager.isLink(url);
+    const auto resolved = leadsElsewhere ? m_fileManager.resolvingSymlinks(url).native()
+                                         : folderPrefix + name.native();
     // The folder, too: a link from elsewhere into the card does not lie on the card itself.
-    const auto folderPrefix = withTrailingSeparator(folder->second.native());
     Target target;
     if (!resolved.starts_with(m_rootPrefix) || !folderPrefix.starts_with(m_rootPrefix)) {
         target.reason = DeletionReasons::outsideCardVolume();
@@ -75,7 +87,7 @@ RemovalRun::Target RemovalRun::targetAt(const Location &url)
     target.isInside = true;
     target.path = resolved.substr(m_rootPrefix.size());
     target.folder = relativeFolder;
-    target.name = url.filename();
+    target.name = name;
     return target;
 }
 

@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <map>
-#include <set>
 #include <stop_token>
 #include <string>
 
@@ -44,6 +43,7 @@ private:
         QString reason;
     };
 
+    [[nodiscard]] const Location &resolvedFolder(const Location &url);
     [[nodiscard]] Target targetAt(const Location &url);
     void openFolders(size_t first, size_t &end);
     void judge(Target &target);

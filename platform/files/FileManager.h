@@ -45,6 +45,9 @@ public:
     [[nodiscard]] virtual std::filesystem::path
     resolvingSymlinks(const std::filesystem::path &path) const = 0;
 
+    /// Whether what @p path names is a link itself, wherever the folders above it lead.
+    [[nodiscard]] virtual bool isLink(const std::filesystem::path &path) const = 0;
+
     /// Size in bytes of the file at @p path, links followed; absent when it cannot be read.
     [[nodiscard]] virtual std::optional<qint64>
     fileSize(const std::filesystem::path &path) const = 0;

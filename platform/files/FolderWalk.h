@@ -9,12 +9,14 @@
 /// A walk over the files of a folder that is held open.
 namespace FolderWalk {
 
-/// @p path is relative to the folder of the walk. False ends the walk.
+/// False ends the walk.
 using Visit = std::function<bool(const std::filesystem::path &path)>;
 
 /// Visits the regular files below @p folder at any depth: depth first, each folder's entries in
 /// byte order of their names. Hidden entries (leading dot), the inside of package folders, links,
 /// other mounts and whatever cannot be read are left out. Blocks.
-void regularFiles(int folder, const Visit &visit);
+///
+/// The paths begin with @p shown, the folder's own; where that is empty, they are relative to it.
+void regularFiles(int folder, const std::filesystem::path &shown, const Visit &visit);
 
 } // namespace FolderWalk

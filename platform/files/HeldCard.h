@@ -5,8 +5,9 @@
 
 #include <filesystem>
 #include <optional>
-#include <set>
+#include <string>
 #include <system_error>
+#include <unordered_set>
 
 /// A mounted card whose root is held open, so that nothing else can take its place: whatever is
 /// done acts on this very card, also when it has been pulled and another is mounted at its path.
@@ -38,8 +39,12 @@ public:
     /// A link leads nowhere.
     [[nodiscard]] virtual Lookup lookUp(const std::filesystem::path &path) const = 0;
 
+    /// Paths by their bytes: std::filesystem::path compares component by component, and each of
+    /// thousands of files is looked for.
+    using PathBytes = std::unordered_set<std::string>;
+
     /// Looks for a file to prove by that the card is there; none of @p doomed.
-    virtual void chooseWitness(const std::set<std::filesystem::path> &doomed) = 0;
+    virtual void chooseWitness(const PathBytes &doomed) = 0;
 
     /// An error when the card is not there any more. Reads a block from the medium itself, past
     /// every cache, for all else answers from memory when a card has been pulled. Without a file to

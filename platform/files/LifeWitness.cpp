@@ -36,7 +36,7 @@ LifeWitness::beneath(int root, const std::function<bool(const std::filesystem::p
     std::filesystem::path best;
     qint64 bestSize = 0;
     int candidates = 0;
-    FolderWalk::regularFiles(root, [&](const std::filesystem::path &path) {
+    FolderWalk::regularFiles(root, {}, [&](const std::filesystem::path &path) {
         struct stat status = {};
         if (mayServe(path) && ::fstatat(root, path.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
             S_ISREG(status.st_mode)) {

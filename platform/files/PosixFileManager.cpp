@@ -41,8 +41,8 @@ PosixFileManager::regularFilesBelow(const std::filesystem::path &folder) const
     std::vector<std::filesystem::path> files;
     const auto descriptor = openFolder(folder, O_NOFOLLOW);
     if (descriptor.isOpen()) {
-        FolderWalk::regularFiles(descriptor.number(), [&](const auto &path) {
-            files.push_back(folder / path);
+        FolderWalk::regularFiles(descriptor.number(), folder, [&files](const auto &path) {
+            files.push_back(path);
             return true;
         });
     }
@@ -85,6 +85,12 @@ std::filesystem::path PosixFileManager::resolvingSymlinks(const std::filesystem:
     // A trailing separator shows as an empty last component.
     return resolved.has_filename() || !resolved.has_relative_path() ? resolved
                                                                     : resolved.parent_path();
+}
+
+bool PosixFileManager::isLink(const std::filesystem::path &path) const
+{
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
 std::optional<qint64> PosixFileManager::fileSize(const std::filesystem::path &path) const

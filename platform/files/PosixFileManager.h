@@ -14,6 +14,7 @@ public:
     [[nodiscard]] bool isListable(const std::filesystem::path &folder) const override;
     [[nodiscard]] std::filesystem::path
     resolvingSymlinks(const std::filesystem::path &path) const override;
+    [[nodiscard]] bool isLink(const std::filesystem::path &path) const override;
     [[nodiscard]] std::optional<qint64> fileSize(const std::filesystem::path &path) const override;
     [[nodiscard]] bool isReadOnly(const std::filesystem::path &folder) const override;
     [[nodiscard]] std::unique_ptr<HeldCard> hold(const std::filesystem::path &root,

@@ -71,10 +71,10 @@ HeldCard::Lookup PosixHeldCard::lookUp(const std::filesystem::path &path) const
     return {.kind = S_ISDIR(status.st_mode) ? EntryKind::Directory : EntryKind::Other, .error = {}};
 }
 
-void PosixHeldCard::chooseWitness(const std::set<std::filesystem::path> &doomed)
+void PosixHeldCard::chooseWitness(const PathBytes &doomed)
 {
     m_witness = LifeWitness::beneath(m_root.number(), [&doomed](const std::filesystem::path &path) {
-        return !doomed.contains(path);
+        return !doomed.contains(path.native());
     });
 }
 
@@ -101,7 +101,11 @@ std::error_code PosixHeldCard::openFolder(const std::filesystem::path &folder)
     if (!descriptor.isOpen()) {
         return lastError();
     }
-    m_folders.emplace(folder, std::move(descriptor));
+    const auto identity = identityOf(descriptor.number(), "", AT_EMPTY_PATH);
+    if (!identity) {
+        return lastError();
+    }
+    m_folders.emplace(folder, Folder{std::move(descriptor), *identity});
     return {};
 }
 
@@ -115,8 +119,11 @@ std::error_code PosixHeldCard::remove(const std::filesystem::path &folder,
     if (!now.isOpen()) {
         return lastError();
     }
-    if (identityOf(now.number(), "", AT_EMPTY_PATH) !=
-        identityOf(opened->second.number(), "", AT_EMPTY_PATH)) {
+    const auto identity = identityOf(now.number(), "", AT_EMPTY_PATH);
+    if (!identity) {
+        return lastError();
+    }
+    if (identity != opened->second.identity) {
         return {ESTALE, std::generic_category()};
     }
     if (m_protection.protects(now.number(), name)) {
@@ -130,7 +137,7 @@ std::error_code PosixHeldCard::syncFolder(const std::filesystem::path &folder)
     auto opened = m_folders.extract(folder);
     precondition(!opened.empty(), "a folder must be opened before it is synced");
     // Only the first answer of a descriptor counts: a dead card may say yes to the second.
-    if (::fsync(opened.mapped().number()) != 0 && !isUnsupported(errno)) {
+    if (::fsync(opened.mapped().descriptor.number()) != 0 && !isUnsupported(errno)) {
         return lastError();
     }
     return {};

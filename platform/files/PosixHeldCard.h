@@ -22,7 +22,7 @@ public:
 
     [[nodiscard]] bool isAt(const std::filesystem::path &path) const override;
     [[nodiscard]] Lookup lookUp(const std::filesystem::path &path) const override;
-    void chooseWitness(const std::set<std::filesystem::path> &doomed) override;
+    void chooseWitness(const PathBytes &doomed) override;
     [[nodiscard]] std::error_code proveAlive() override;
     [[nodiscard]] std::error_code openFolder(const std::filesystem::path &folder) override;
     [[nodiscard]] std::error_code remove(const std::filesystem::path &folder,
@@ -41,6 +41,11 @@ private:
         bool operator==(const Identity &) const = default;
     };
 
+    struct Folder {
+        FileDescriptor descriptor;
+        Identity identity;
+    };
+
     [[nodiscard]] static std::optional<Identity> identityOf(int descriptor, const char *path,
                                                             int flags);
 
@@ -49,5 +54,5 @@ private:
     FatProtection m_protection;
     std::optional<LifeWitness> m_witness;
     std::error_code m_death;
-    std::map<std::filesystem::path, FileDescriptor> m_folders;
+    std::map<std::filesystem::path, Folder> m_folders;
 };

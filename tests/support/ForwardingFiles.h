@@ -19,7 +19,7 @@ public:
 
     Lookup lookUp(const Path &path) const override { return m_real->lookUp(path); }
 
-    void chooseWitness(const std::set<Path> &doomed) override { m_real->chooseWitness(doomed); }
+    void chooseWitness(const PathBytes &doomed) override { m_real->chooseWitness(doomed); }
 
     std::error_code proveAlive() override { return m_real->proveAlive(); }
 
@@ -58,6 +58,8 @@ public:
     {
         return m_real.resolvingSymlinks(path);
     }
+
+    bool isLink(const Path &path) const override { return m_real.isLink(path); }
 
     std::optional<qint64> fileSize(const Path &path) const override
     {

@@ -83,6 +83,7 @@ public:
     std::optional<EntryKind> kindOf(const fs::path &) const override { return std::nullopt; }
     bool isListable(const fs::path &) const override { return false; }
     fs::path resolvingSymlinks(const fs::path &path) const override { return path; }
+    bool isLink(const fs::path &) const override { return false; }
     std::optional<qint64> fileSize(const fs::path &) const override { return std::nullopt; }
     bool isReadOnly(const fs::path &) const override { return false; }
     std::unique_ptr<HeldCard> hold(const fs::path &, std::error_code &error) const override

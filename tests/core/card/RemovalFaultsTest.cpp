@@ -75,7 +75,7 @@ public:
         return ForwardingHeldCard::isAt(path);
     }
 
-    void chooseWitness(const std::set<Path> &doomed) override
+    void chooseWitness(const PathBytes &doomed) override
     {
         (void)m_plan.strikes();
         ForwardingHeldCard::chooseWitness(doomed);
@@ -177,6 +177,12 @@ public:
     {
         (void)plan.strikes();
         return ForwardingFiles::resolvingSymlinks(path);
+    }
+
+    bool isLink(const Path &path) const override
+    {
+        (void)plan.strikes();
+        return ForwardingFiles::isLink(path);
     }
 
     mutable FaultPlan plan;

@@ -43,6 +43,28 @@ private Q_SLOTS:
         QCOMPARE(listed(), expected);
     }
 
+    void namesAreOrderedByAllTheirBytes()
+    {
+        const std::vector<std::string> expected = {"A",
+                                                   "AB",
+                                                   "DSCF000",
+                                                   "DSCF0001",
+                                                   "DSCF0001.JPG",
+                                                   "DSCF0001.RAF",
+                                                   "DSCF00010.JPG",
+                                                   "DSCF0002.JPG",
+                                                   "dscf0001.jpg",
+                                                   "\xc3\xa4.JPG",
+                                                   "\xff.JPG"};
+        for (const auto &name :
+             {expected[6], expected[3], expected[10], expected[5], expected[0], expected[8],
+              expected[9], expected[2], expected[4], expected[7], expected[1]}) {
+            add(name.c_str());
+        }
+
+        QCOMPARE(listed(), expected);
+    }
+
     void leavesOutHiddenEntriesPackagesLinksAndOddEntries()
     {
         for (const char *name :
@@ -212,6 +234,19 @@ private Q_SLOTS:
         fs::create_symlink("one", m_root / "two");
 
         QCOMPARE(m_files.resolvingSymlinks(m_root / "one"), m_root / "one");
+    }
+
+    void onlyTheLastNameOfAPathMakesItALink()
+    {
+        add("folder/file");
+        fs::create_directory_symlink(m_root / "folder", m_root / "link");
+        fs::create_symlink("nowhere", m_root / "dangling");
+
+        QVERIFY(m_files.isLink(m_root / "link"));
+        QVERIFY(m_files.isLink(m_root / "dangling"));
+        QVERIFY(!m_files.isLink(m_root / "link/file"));
+        QVERIFY(!m_files.isLink(m_root / "folder"));
+        QVERIFY(!m_files.isLink(m_root / "missing"));
     }
 
     void sizeIsTheFilesAndAbsentForNothing()

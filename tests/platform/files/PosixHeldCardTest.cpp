@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <fstream>
+#include <set>
 
 namespace fs = std::filesystem;
 
