@@ -13,7 +13,7 @@ SIZE = 512 * 1024 * 1024
 
 
 def is_possible():
-    return (os.geteuid() == 0 and os.path.exists("/dev/fuse")
+    return (os.geteuid() == 0 and os.path.exists("/dev/fuse") and os.path.isdir("/dev/shm")
             and all(map(shutil.which, ("losetup", "mkfs.exfat", "mount.exfat-fuse", "umount")))
             and subprocess.run(["losetup", "-f"], capture_output=True).returncode == 0)
 

@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include <map>
+#include <set>
 
 using namespace Qt::StringLiterals;
 namespace fs = std::filesystem;
