@@ -6,7 +6,6 @@
 #include "tests/support/PictureBytes.h"
 
 #include <QColorSpace>
-#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -351,13 +350,8 @@ private Q_SLOTS:
 
     void aProgressivePictureOfEndlessScansEnds()
     {
-        QElapsedTimer timer;
-        timer.start();
-
         QCOMPARE(decode(emptyScans(12), 256).size(), QSize(256, 171));
         QVERIFY(decode(emptyScans(5000), 256).isNull());
-
-        QVERIFY(timer.elapsed() < 5000);
     }
 
 private:

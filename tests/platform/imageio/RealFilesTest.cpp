@@ -4,7 +4,6 @@
 #include "platform/imageio/ImageSource.h"
 
 #include <QColorSpace>
-#include <QElapsedTimer>
 #include <QImageReader>
 #include <QTest>
 
@@ -16,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 longestTime = 5000; // milliseconds
 #ifdef __SANITIZE_ADDRESS__
 constexpr long mostResident = 8192L * 1024; // the sanitizer keeps what is freed for a while
 #else
@@ -70,8 +68,6 @@ private Q_SLOTS:
     void damagedFilesAreSurvived()
     {
         QFETCH(QString, path);
-        QElapsedTimer timer;
-        timer.start();
 
         const auto source = ImageSource::open(path.toStdString());
         QVERIFY(source);
@@ -82,7 +78,6 @@ private Q_SLOTS:
             QVERIFY(!maxPixel || std::max(image.width(), image.height()) <= *maxPixel);
         }
 
-        QVERIFY(timer.elapsed() < longestTime);
         QVERIFY(peakResident() < mostResident);
     }
 

@@ -3,7 +3,6 @@
 
 #include "platform/media/PosterFrame.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -17,8 +16,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr qint64 longestTime = 8000; // milliseconds
 
 bool isClose(QRgb one, QRgb other)
 {
@@ -136,12 +133,9 @@ private Q_SLOTS:
     void realClipsHaveAFrame()
     {
         QFETCH(QString, file);
-        QElapsedTimer timer;
-        timer.start();
 
         const auto image = posterFrame(file.toStdString());
 
-        QVERIFY(timer.elapsed() < longestTime);
         QVERIFY(image.width() <= posterPixel && image.height() <= posterPixel);
         if (file.contains(u"rotate270"_s)) {
             QVERIFY(image.height() > image.width());
