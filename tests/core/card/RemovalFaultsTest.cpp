@@ -262,10 +262,17 @@ private:
         }
     }
 
-    static fs::path nameOf(int number)
+    static const fs::path &nameOf(int number)
     {
-        return fs::path(folders()[static_cast<size_t>(number) % 3]) /
-               ("DSCF" + std::to_string(1000 + number) + ".JPG");
+        static const auto names = [] {
+            Paths all;
+            for (int next = 0; next < fileCount; ++next) {
+                all.push_back(fs::path(folders()[static_cast<size_t>(next) % 3]) /
+                              ("DSCF" + std::to_string(1000 + next) + ".JPG"));
+            }
+            return all;
+        }();
+        return names[static_cast<size_t>(number)];
     }
 
     static void write(const fs::path &path)
