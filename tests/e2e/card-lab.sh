@@ -90,6 +90,12 @@ lab_start() {
     export XDG_DATA_HOME=$lab/data XDG_CONFIG_HOME=$lab/config XDG_CACHE_HOME=$lab/cache
     export XDG_RUNTIME_DIR=$lab/runtime LC_ALL=C.UTF-8
     mount --make-rprivate /
+    # Another lab's udisksd would clean up after cards that it does not see mounted.
+    local folder
+    for folder in /run/udisks2 /var/lib/udisks2 /media; do
+        mkdir -p "$folder"
+        mount -t tmpfs lab "$folder"
+    done
 
     # Replies must be allowed too, or every caller waits for its time-out.
     cat >"$lab/system.conf" <<CONF
