@@ -4,18 +4,17 @@
 #include "demo/card/SampleCard.h"
 
 #include "demo/card/ClipMaker.h"
+#include "demo/card/Companions.h"
+#include "demo/card/DatedFile.h"
 #include "demo/card/DngWriter.h"
 #include "demo/card/ExifWriter.h"
 #include "demo/card/PlannedShot.h"
 #include "platform/files/CreationDate.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QTransform>
 
 #include <atomic>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -28,18 +27,6 @@ constexpr int thumbnailWidth = 320;
 constexpr int paintedEdge = 1080;    // more than this only grain can add
 constexpr float burstMargin = 1.06F; // painted around the frame, for the shifts of a burst
 constexpr size_t firstFolderShots = 26;
-
-static bool write(const fs::path &path, const QByteArray &bytes, const QDateTime &when)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
-        return false;
-    }
-    file.close();
-    const timespec time{static_cast<time_t>(when.toSecsSinceEpoch()), 0};
-    const timespec both[2] = {time, time};
-    return ::utimensat(AT_FDCWD, path.c_str(), both, 0) == 0;
-}
 
 static QByteArray jpeg(const QImage &picture, int atQuality = quality)
 {
@@ -129,54 +116,14 @@ static bool take(const fs::path &dcim, const PlannedShot &shot, const Canvas &li
         stored.scaledToWidth(std::min(thumbnailWidth, stored.width()), Qt::SmoothTransformation),
         80);
     const fs::path base = dcim / folder(index).toStdString() / stem(index).toStdString();
-    if (shot.raw && !write(base.string() + ".DNG", DngWriter::bytes(stored, picture, settings),
-                           settings.captured)) {
+    if (shot.raw &&
+        !DatedFile::write(base.string() + ".DNG", DngWriter::bytes(stored, picture, settings),
+                          settings.captured)) {
         return false;
     }
-    return write(base.string() + ".JPG",
-                 ExifWriter::withExif(picture, thumbnail, settings, stored.size()),
-                 settings.captured);
-}
-
-// A second of quiet hiss: a voice memo (WAVE, 8 kHz, 8 bit, mono).
-static QByteArray voiceMemo()
-{
-    QByteArray sound("RIFF\x64\x1f\0\0WAVEfmt "
-                     "\x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x40\x1f\0\0\x01\0\x08\0data\x40\x1f\0\0",
-                     44);
-    quint32 state = 1;
-    for (int i = 0; i < 8000; ++i) {
-        state = state * 1664525U + 1013904223U;
-        sound += static_cast<char>(128 + static_cast<int>(state >> 29U) - 4);
-    }
-    return sound;
-}
-
-// The files that are no pictures of their own: a computer's traces, notes, a print order.
-static bool addCompanions(const fs::path &root, const QDateTime &when, CardManifest &manifest)
-{
-    const QByteArray resourceFork =
-        QByteArray::fromHex("00051607000200004d6163204f5320582020202020202020") +
-        QByteArray(4072, '\0');
-    const QByteArray rating =
-        R"(<x:xmpmeta xmlns:x="adobe:ns:meta/"><rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#"><rdf:Description rdf:about="" xmlns:xmp="http://ns.adobe.com/xap/1.0/" xmp:Rating="3"/></rdf:RDF></x:xmpmeta>)"_ba;
-    const std::pair<const char *, QByteArray> files[] = {
-        {"DCIM/100_FUJI/._DSCF0003.JPG", resourceFork},
-        {"DCIM/100_FUJI/DSCF0005.XMP", rating},
-        {"DCIM/100_FUJI/DSCF0007.WAV", voiceMemo()},
-        {"DCIM/.thumbnails/DSCF0001.JPG", "not a picture\n"_ba},
-        {"MISC/AUTPRINT.MRK", "[HDR]\r\nGEN REV = 01.10\r\n"_ba},
-        {".Spotlight-V100/VolumeConfiguration.plist", "<plist version=\"1.0\"/>\n"_ba},
-    };
-    for (const auto &[name, bytes] : files) {
-        std::error_code error;
-        fs::create_directories((root / name).parent_path(), error);
-        if (!write(root / name, bytes, when)) {
-            return false;
-        }
-        manifest.companions.append(QString::fromLatin1(name));
-    }
-    return true;
+    return DatedFile::write(base.string() + ".JPG",
+                            ExifWriter::withExif(picture, thumbnail, settings, stored.size()),
+                            settings.captured);
 }
 
 static QString clipName(size_t index)
@@ -195,9 +142,7 @@ static bool addClip(const fs::path &root, size_t index, const QDateTime &when,
         manifest.notes.append(problem);
         return true;
     }
-    const timespec time{static_cast<time_t>(when.toSecsSinceEpoch()), 0};
-    const timespec both[2] = {time, time};
-    if (::utimensat(AT_FDCWD, file.c_str(), both, 0) != 0) {
+    if (!DatedFile::date(file, when)) {
         return false;
     }
     // A clip is dated by its file's birth, today; without one it comes before everything.
@@ -274,7 +219,7 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
                                shots[i].settings.captured.toString(Qt::ISODate)});
     }
     const QDateTime last = shots.back().settings.captured;
-    if (!addCompanions(root, last, manifest)) {
+    if (!Companions::add(root, last, manifest)) {
         return {};
     }
     if (options.clip && !addClip(root, shots.size(), last.addSecs(900), clipProblem, manifest)) {
