@@ -97,33 +97,64 @@ static QPoint storedPoint(const PlannedShot &shot, QSize stored)
             static_cast<int>(place.y() * stored.height())};
 }
 
-static bool take(const fs::path &dcim, const PlannedShot &shot, const Canvas &light, size_t index,
-                 const Options &options, QSize frame)
+static QImage wholeBlocks(const QImage &picture)
 {
-    const QImage upright =
-        shot.development.develop(cut(light, shot, frame), options.longEdge,
-                                 options.seed * 977 + static_cast<quint32>(index));
+    const auto whole = [](int extent) { return extent / HeifWriter::block * HeifWriter::block; };
+    return picture.copy(0, 0, whole(picture.width()), whole(picture.height()));
+}
+
+static QString pictureExtension(const PlannedShot &shot)
+{
+    return shot.heif ? u".HIF"_s : u".JPG"_s;
+}
+
+// The picture's file, or why there can be none. A JPEG file is made of @p developed.
+static HeifWriter::Written pictureFile(const PlannedShot &shot, const CaptureSettings &settings,
+                                       const QImage &stored, const QByteArray &developed,
+                                       const Options &options)
+{
+    if (shot.heif) {
+        return options.writeHeif(stored, settings);
+    }
+    const QByteArray thumbnail = jpeg(
+        stored.scaledToWidth(std::min(thumbnailWidth, stored.width()), Qt::SmoothTransformation),
+        80);
+    return {ExifWriter::withExif(developed, thumbnail, settings, stored.size())};
+}
+
+// Why the shot is not on the card, empty when it is. Absent when a file cannot be written.
+static std::optional<QString> take(const fs::path &dcim, const PlannedShot &shot,
+                                   const Canvas &light, size_t index, const Options &options,
+                                   QSize frame)
+{
+    const auto longEdge =
+        static_cast<int>(std::lround(shot.size * static_cast<float>(options.longEdge)));
+    const QImage upright = shot.development.develop(
+        cut(light, shot, frame), longEdge, options.seed * 977 + static_cast<quint32>(index));
     const int turn = shot.turned == 6 ? -90 : shot.turned == 8 ? 90 : 0;
-    const QImage stored = turn == 0 ? upright : upright.transformed(QTransform().rotate(turn));
+    const QImage turned = turn == 0 ? upright : upright.transformed(QTransform().rotate(turn));
+    const QImage stored = shot.heif ? wholeBlocks(turned) : turned;
 
     CaptureSettings settings = shot.settings;
     settings.orientation = shot.turned;
     if (shot.subjectX >= 0) {
         settings.subject = storedPoint(shot, stored.size());
     }
-    const QByteArray picture = jpeg(stored);
-    const QByteArray thumbnail = jpeg(
-        stored.scaledToWidth(std::min(thumbnailWidth, stored.width()), Qt::SmoothTransformation),
-        80);
-    const fs::path base = dcim / folder(index).toStdString() / stem(index).toStdString();
-    if (shot.raw &&
-        !DatedFile::write(base.string() + ".DNG", DngWriter::bytes(stored, picture, settings),
-                          settings.captured)) {
-        return false;
+    const bool needsJpeg = shot.raw || !shot.heif; // the preview in a RAW file is one
+    const QByteArray developed = needsJpeg ? jpeg(stored) : QByteArray();
+    const auto [picture, problem] = pictureFile(shot, settings, stored, developed, options);
+    if (!problem.isEmpty()) {
+        return problem;
     }
-    return DatedFile::write(base.string() + ".JPG",
-                            ExifWriter::withExif(picture, thumbnail, settings, stored.size()),
-                            settings.captured);
+    const QString base = folder(index) + u'/' + stem(index);
+    const auto write = [&](const QString &extension, const QByteArray &bytes) {
+        return DatedFile::write(dcim / (base + extension).toStdString(), bytes, settings.captured);
+    };
+    if ((shot.raw && !write(u".DNG"_s, DngWriter::bytes(stored, developed, settings))) ||
+        !write(pictureExtension(shot), picture)) {
+        return {};
+    }
+    return QString();
 }
 
 static QString clipName(size_t index)
@@ -177,6 +208,7 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
     }
     std::atomic_size_t next = 0;
     std::atomic_bool failed = false;
+    std::vector<QString> problems(shots.size()); // each worker writes those of its own shots
     const auto worker = [&] {
         for (size_t piece = next++; piece < work.size() && !failed; piece = next++) {
             const auto &first = shots[work[piece].front()];
@@ -184,9 +216,12 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
             const QSize frame = isHeldUpright(first) ? QSize(across, edge) : QSize(edge, across);
             const Canvas light = paint(first, frame);
             for (const size_t index : work[piece]) {
-                if (!take(dcim, shots[index], light, index, options, frame)) {
+                const auto problem = take(dcim, shots[index], light, index, options, frame);
+                if (!problem) {
                     failed = true;
+                    return;
                 }
+                problems[index] = *problem;
             }
         }
     };
@@ -209,12 +244,19 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
 
     CardManifest manifest;
     for (size_t i = 0; i < shots.size(); ++i) {
+        if (!problems[i].isEmpty()) {
+            const QString note = u"HEIF pictures are left out: "_s + problems[i];
+            if (!manifest.notes.contains(note)) {
+                manifest.notes.append(note);
+            }
+            continue;
+        }
         const QString base = u"DCIM/%1/%2"_s.arg(folder(i), stem(i));
         QStringList files;
         if (shots[i].raw) {
             files.append(base + u".DNG"_s);
         }
-        files.append(base + u".JPG"_s);
+        files.append(base + pictureExtension(shots[i]));
         manifest.items.append({u"%1/%2"_s.arg(folder(i), stem(i)), files,
                                shots[i].settings.captured.toString(Qt::ISODate)});
     }

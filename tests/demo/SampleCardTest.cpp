@@ -2,13 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "demo/card/SampleCard.h"
+#include "core/metadata/ExifReader.h"
 #include "core/model/Pairing.h"
+#include "demo/card/ExifWriter.h"
+#include "demo/card/PlannedShot.h"
 
+#include <QBuffer>
 #include <QCryptographicHash>
 #include <QDirIterator>
 #include <QImageReader>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTest>
 #include <QtEndian>
 
@@ -31,13 +36,7 @@ private Q_SLOTS:
 
     void theManifestNamesEveryFileOnTheCardAndNoOther()
     {
-        QStringList promised = m_manifest.companions;
-        for (const auto &item : m_manifest.items) {
-            promised += item.files;
-        }
-        promised.sort();
-
-        QCOMPARE(filesBelow(m_folder.path()), promised);
+        QCOMPARE(filesBelow(m_folder.path()), promised(m_manifest));
     }
 
     void twoFoldersHoldAboutFortyShotsAndAThirdOfThemHaveRawFiles()
@@ -106,6 +105,78 @@ private Q_SLOTS:
             QVERIFY(segment.contains(QByteArray("\xFF\xD8\xFF", 3))); // the thumbnail
             QCOMPARE(bytes.mid(4 + length, 2), QByteArray("\xFF\xE0", 2));
         }
+    }
+
+    void aHeifPictureSaysWhatAJpegOfTheSameShotWouldSay()
+    {
+        const QSize stored(160, 96); // two thirds, in whole blocks
+        QBuffer blank;
+        QVERIFY(blank.open(QIODevice::WriteOnly));
+        QVERIFY(QImage(stored, QImage::Format_RGB32).save(&blank, "JPG"));
+        const ExifReader reader;
+        size_t index = 0;
+        int turned = 0;
+        int focused = 0;
+        for (const auto &shot : PlannedShot::all(small.seed)) {
+            const QString file =
+                m_manifest.items[static_cast<qsizetype>(index++)].files.constLast();
+            QCOMPARE(file.endsWith(u".HIF"_s), shot.heif);
+            if (!shot.heif) {
+                continue;
+            }
+            auto settings = shot.settings;
+            settings.orientation = shot.turned;
+            if (shot.subjectX >= 0) {
+                settings.subject = QPoint(static_cast<int>(shot.subjectX * 160.0),
+                                          static_cast<int>(shot.subjectY * 96.0));
+            }
+            QTemporaryFile jpeg;
+            QVERIFY(jpeg.open());
+            jpeg.write(ExifWriter::withExif(blank.data(), {}, settings, stored));
+            jpeg.close();
+
+            const auto found = reader.read((root() / file.toStdString()));
+
+            QVERIFY(found);
+            QVERIFY(found->fuji && found->lensModel && found->exposureTime && found->aperture);
+            QCOMPARE(found->captureDate, shot.settings.captured);
+            QCOMPARE(found->orientation, shot.turned);
+            QVERIFY(found == reader.read(jpeg.fileName().toStdString()));
+            turned += shot.turned != 1;
+            focused += found->subjectArea.has_value();
+        }
+        QVERIFY(turned > 0);
+        QVERIFY(focused > 0);
+    }
+
+    void someHeifPicturesStandAloneAndSomeBesideARawFile()
+    {
+        QList<qsizetype> counts;
+        for (const auto &item : m_manifest.items) {
+            if (item.files.constLast().endsWith(u".HIF"_s)) {
+                counts.append(item.files.size());
+            }
+        }
+
+        QCOMPARE(counts, (QList<qsizetype>{2, 1, 1, 2}));
+        QVERIFY(m_manifest.notes.isEmpty());
+    }
+
+    void withoutAnEncoderTheCardIsMadeWithoutTheHeifShots()
+    {
+        QTemporaryDir folder;
+        auto options = small;
+        options.writeHeif = [](const QImage &, const CaptureSettings &) {
+            return HeifWriter::Written{{}, u"there is no encoder."_s};
+        };
+
+        const auto manifest = SampleCard::make(folder.path().toStdString(), options);
+
+        QVERIFY(manifest);
+        QCOMPARE(manifest->items.size(), m_manifest.items.size() - 4);
+        QCOMPARE(manifest->notes,
+                 QStringList{u"HEIF pictures are left out: there is no encoder."_s});
+        QCOMPARE(filesBelow(folder.path()), promised(*manifest));
     }
 
     void uprightFramesAreStoredTurned()
@@ -208,8 +279,20 @@ private:
     {
         QStringList result;
         for (const auto &item : m_manifest.items) {
-            result.append(m_folder.filePath(item.files.constLast()));
+            if (item.files.constLast().endsWith(u".JPG"_s)) {
+                result.append(m_folder.filePath(item.files.constLast()));
+            }
         }
+        return result;
+    }
+
+    static QStringList promised(const CardManifest &manifest)
+    {
+        QStringList result = manifest.companions;
+        for (const auto &item : manifest.items) {
+            result += item.files;
+        }
+        result.sort();
         return result;
     }
 
