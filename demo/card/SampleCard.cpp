@@ -8,6 +8,7 @@
 #include "demo/card/DatedFile.h"
 #include "demo/card/DngWriter.h"
 #include "demo/card/ExifWriter.h"
+#include "demo/card/PlannedClip.h"
 #include "demo/card/PlannedShot.h"
 #include "platform/files/CreationDate.h"
 
@@ -157,31 +158,51 @@ static std::optional<QString> take(const fs::path &dcim, const PlannedShot &shot
     return QString();
 }
 
-static QString clipName(size_t index)
+static void addNote(const QString &note, CardManifest &manifest)
 {
-    return u"DCIM/%1/%2.MOV"_s.arg(folder(index), stem(index));
+    if (!manifest.notes.contains(note)) {
+        manifest.notes.append(note);
+    }
 }
 
-static bool addClip(const fs::path &root, size_t index, const QDateTime &when,
-                    const QString &problem, CardManifest &manifest)
+static QString clipFile(size_t index, const PlannedClip &clip)
 {
-    const QString name = clipName(index);
-    const fs::path file = root / name.toStdString();
-    if (!problem.isEmpty()) {
-        std::error_code error;
-        fs::remove(file, error);
-        manifest.notes.append(problem);
-        return true;
+    return u"DCIM/%1/%2.%3"_s.arg(folder(index), stem(index), QLatin1String(clip.extension));
+}
+
+// Why each clip is not on the card, empty where it is.
+static std::vector<QString> film(const fs::path &root, const std::vector<PlannedClip> &clips,
+                                 size_t firstIndex)
+{
+    std::vector<QString> problems;
+    for (const auto &clip : clips) {
+        const QString file = clipFile(firstIndex + problems.size(), clip);
+        problems.push_back(ClipMaker::make(root / file.toStdString(), clip));
     }
-    if (!DatedFile::date(file, when)) {
-        return false;
+    return problems;
+}
+
+static bool addClips(const fs::path &root, const std::vector<PlannedClip> &clips, size_t firstIndex,
+                     const std::vector<QString> &problems, CardManifest &manifest)
+{
+    qsizetype undated = 0;
+    for (size_t i = 0; i < clips.size(); ++i) {
+        if (!problems[i].isEmpty()) {
+            addNote(u"Clips are left out: "_s + problems[i], manifest);
+            continue;
+        }
+        const QString name = clipFile(firstIndex + i, clips[i]);
+        const fs::path file = root / name.toStdString();
+        if (!DatedFile::date(file, clips[i].captured)) {
+            return false;
+        }
+        // A clip is dated by its file's birth, today; without one it comes before everything.
+        const auto birth = creationDate(file);
+        const CardManifest::Item item{name.section(u'/', 1) + u"#video"_s,
+                                      {name},
+                                      birth ? birth->toString(Qt::ISODate) : QString()};
+        manifest.items.insert(birth ? manifest.items.size() : undated++, item);
     }
-    // A clip is dated by its file's birth, today; without one it comes before everything.
-    const auto birth = creationDate(file);
-    const CardManifest::Item item{u"%1/%2.MOV#video"_s.arg(folder(index), stem(index)),
-                                  {name},
-                                  birth ? birth->toString(Qt::ISODate) : QString()};
-    manifest.items.insert(birth ? manifest.items.size() : 0, item);
     return true;
 }
 
@@ -225,15 +246,11 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
             }
         }
     };
-    QString clipProblem;
+    const auto clips = options.clips ? PlannedClip::all(options.seed) : std::vector<PlannedClip>();
+    std::vector<QString> clipProblems;
     {
         std::vector<std::jthread> workers;
-        if (options.clip) {
-            workers.emplace_back([&] {
-                clipProblem =
-                    ClipMaker::make(root / clipName(shots.size()).toStdString(), options.seed);
-            });
-        }
+        workers.emplace_back([&] { clipProblems = film(root, clips, shots.size()); });
         for (unsigned i = 0; i < std::max(1U, std::thread::hardware_concurrency()); ++i) {
             workers.emplace_back(worker);
         }
@@ -245,10 +262,7 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
     CardManifest manifest;
     for (size_t i = 0; i < shots.size(); ++i) {
         if (!problems[i].isEmpty()) {
-            const QString note = u"HEIF pictures are left out: "_s + problems[i];
-            if (!manifest.notes.contains(note)) {
-                manifest.notes.append(note);
-            }
+            addNote(u"HEIF pictures are left out: "_s + problems[i], manifest);
             continue;
         }
         const QString base = u"DCIM/%1/%2"_s.arg(folder(i), stem(i));
@@ -264,7 +278,7 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
     if (!Companions::add(root, last, manifest)) {
         return {};
     }
-    if (options.clip && !addClip(root, shots.size(), last.addSecs(900), clipProblem, manifest)) {
+    if (!addClips(root, clips, shots.size(), clipProblems, manifest)) {
         return {};
     }
     return manifest;
