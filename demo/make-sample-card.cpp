@@ -23,7 +23,7 @@ int main(int argc, char **argv)
     parser.addOption(
         {u"edge"_s, u"Long edge of the pictures in pixels."_s, u"pixels"_s, u"3000"_s});
     parser.addOption({u"seed"_s, u"Another number makes other pictures."_s, u"number"_s, u"1"_s});
-    parser.addOption({u"no-clip"_s, u"Leave the clip out."_s});
+    parser.addOption({u"no-clips"_s, u"Leave the clips out."_s});
     parser.addPositionalArgument(u"folder"_s, u"Where the card's content goes."_s);
     parser.process(application);
 
@@ -32,7 +32,7 @@ int main(int argc, char **argv)
     SampleCard::Options options;
     options.longEdge = parser.value(u"edge"_s).toInt(&edgeValid);
     options.seed = parser.value(u"seed"_s).toUInt(&seedValid);
-    options.clip = !parser.isSet(u"no-clip"_s);
+    options.clips = !parser.isSet(u"no-clips"_s);
     constexpr int smallest = 150;
     constexpr int largest = 12'000;
     if (parser.positionalArguments().size() != 1 || !edgeValid || !seedValid ||

@@ -3,126 +3,117 @@
 
 #include "demo/card/ClipMaker.h"
 
-#include "demo/painting/Development.h"
-#include "demo/painting/Noise.h"
-#include "demo/scenes/Scenes.h"
+#include "demo/card/ClipPainter.h"
 
-#include <QPainter>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
 namespace ClipMaker {
 
-constexpr int width = 1280;
-constexpr int height = 720;
-constexpr int framesPerSecond = 25;
-constexpr int frameCount = 100;
+constexpr int patience = 30'000; // milliseconds
 
-static QImage background(quint32 seed)
+static QStringList codecOptions(PlannedClip::Codec codec)
 {
-    View view;
-    view.width = 960;
-    view.height = 540;
-    view.seed = seed;
-    view.moment = 1;
-    Development development;
-    development.exposure = 1.2F;
-    development.grain = 0.4F;
-    return development.develop(Scenes::winterTree(view), width + 40, seed);
-}
-
-static QImage flakeImage()
-{
-    QImage flake(64, 64, QImage::Format_ARGB32_Premultiplied);
-    flake.fill(Qt::transparent);
-    QPainter painter(&flake);
-    QRadialGradient soft(32, 32, 32);
-    soft.setColorAt(0, QColor(255, 240, 220, 230));
-    soft.setColorAt(0.55, QColor(255, 232, 205, 170));
-    soft.setColorAt(1, QColor(255, 225, 190, 0));
-    painter.fillRect(flake.rect(), soft);
-    return flake;
-}
-
-// A hand-held camera: the frame sways by a few pixels. Flakes fall at the speed of their depth.
-static QImage frame(const QImage &scene, const QImage &flake, int number)
-{
-    const double t = static_cast<double>(number) / framesPerSecond;
-    QImage picture(width, height, QImage::Format_RGB32);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const QPointF sway(-20 + 9 * std::sin(t * 1.3) + 3 * std::sin(t * 4.1),
-                       -11 + 5 * std::sin(t * 1.7 + 1));
-    painter.drawImage(sway, scene);
-    for (quint32 i = 0; i < 420; ++i) {
-        const double near = Noise::hash(i, 1);
-        const double size = 2.2 + 26 * std::pow(near, 9.0);
-        const double fall = 70 + 330 * near * near;
-        const double x =
-            std::fmod(Noise::hash(i, 2) * (width + 80) + t * (18 + 40 * near) +
-                          14 * std::sin(t * (1 + Noise::hash(i, 3)) + 6 * Noise::hash(i, 4)),
-                      width + 80.0) -
-            40;
-        const double y =
-            std::fmod(Noise::hash(i, 5) * (height + 80) + t * fall, height + 80.0) - 40;
-        const double away = std::hypot(x - 0.60 * width, y - 0.30 * height) / width;
-        painter.setOpacity(
-            std::min(1.0, (0.16 + 0.95 * std::exp(-away * away * 14)) * (size > 8 ? 0.35 : 0.9)));
-        painter.drawImage(QRectF(x - size, y - size, 2 * size, 2 * size), flake);
+    if (codec == PlannedClip::Codec::Hevc) {
+        return {u"-c:v"_s,         u"libx265"_s,
+                u"-preset"_s,      u"ultrafast"_s,
+                u"-crf"_s,         u"24"_s,
+                u"-x265-params"_s, u"log-level=error:pools=none:frame-threads=1"_s};
     }
-    return picture;
+    return {u"-c:v"_s, u"libx264"_s, u"-preset"_s,  u"veryfast"_s,
+            u"-crf"_s, u"21"_s,      u"-threads"_s, u"2"_s};
 }
 
-QString make(const std::filesystem::path &file, quint32 seed)
+static QString ended(QProcess &ffmpeg)
 {
-    const QString program = QStandardPaths::findExecutable(u"ffmpeg"_s);
-    if (program.isEmpty()) {
-        return u"The clip is left out: ffmpeg is not installed."_s;
+    const bool hasEnded = ffmpeg.waitForFinished(patience);
+    if (hasEnded && ffmpeg.exitStatus() == QProcess::NormalExit && ffmpeg.exitCode() == 0) {
+        return {};
     }
-    QProcess encoder;
-    encoder.setProcessChannelMode(QProcess::SeparateChannels);
-    encoder.start(program, {u"-v"_s,        u"error"_s,
-                            u"-f"_s,        u"rawvideo"_s,
-                            u"-pix_fmt"_s,  u"bgra"_s,
-                            u"-s"_s,        u"%1x%2"_s.arg(width).arg(height),
-                            u"-r"_s,        QString::number(framesPerSecond),
-                            u"-i"_s,        u"-"_s,
-                            u"-c:v"_s,      u"libx264"_s,
-                            u"-preset"_s,   u"veryfast"_s,
-                            u"-crf"_s,      u"21"_s,
-                            u"-pix_fmt"_s,  u"yuv420p"_s,
-                            u"-threads"_s,  u"2"_s,
-                            u"-flags:v"_s,  u"+bitexact"_s,
-                            u"-fflags"_s,   u"+bitexact"_s,
-                            u"-movflags"_s, u"+faststart"_s,
-                            u"-y"_s,        QString::fromStdString(file.string())});
-    const QImage scene = background(seed);
-    const QImage flake = flakeImage();
-    constexpr int patience = 30'000;
-    for (int i = 0; i < frameCount; ++i) {
-        const QImage picture = frame(scene, flake, i);
-        encoder.write(reinterpret_cast<const char *>(picture.constBits()), picture.sizeInBytes());
+    ffmpeg.kill();
+    ffmpeg.waitForFinished();
+    return u"ffmpeg stopped. "_s + QString::fromLocal8Bit(ffmpeg.readAllStandardError()).trimmed();
+}
+
+static QString encode(const QString &program, const PlannedClip &clip, const QString &file)
+{
+    QProcess ffmpeg;
+    ffmpeg.start(
+        program,
+        QStringList{u"-v"_s, u"error"_s, u"-f"_s, u"rawvideo"_s, u"-pix_fmt"_s, u"bgra"_s, u"-s"_s,
+                    u"%1x%2"_s.arg(ClipPainter::sensor.width()).arg(ClipPainter::sensor.height()),
+                    u"-r"_s, QString::number(ClipPainter::framesPerSecond), u"-i"_s, u"-"_s} +
+            codecOptions(clip.codec) +
+            QStringList{u"-pix_fmt"_s, u"yuv420p"_s, u"-flags:v"_s, u"+bitexact"_s, u"-y"_s, file});
+    const ClipPainter painter(clip);
+    for (int i = 0; i < clip.frames; ++i) {
+        const QImage picture = painter.frame(i);
+        ffmpeg.write(reinterpret_cast<const char *>(picture.constBits()), picture.sizeInBytes());
         // The pipe is kept short, or all frames would pile up in memory.
-        while (encoder.bytesToWrite() > 2 * picture.sizeInBytes()) {
-            if (!encoder.waitForBytesWritten(patience)) {
-                encoder.kill();
-                encoder.waitForFinished();
-                return u"The clip is left out: ffmpeg stopped. "_s +
-                       QString::fromLocal8Bit(encoder.readAllStandardError()).trimmed();
+        while (ffmpeg.bytesToWrite() > 2 * picture.sizeInBytes()) {
+            if (!ffmpeg.waitForBytesWritten(patience)) {
+                return ended(ffmpeg);
             }
         }
     }
-    encoder.closeWriteChannel();
-    if (!encoder.waitForFinished(patience) || encoder.exitStatus() != QProcess::NormalExit ||
-        encoder.exitCode() != 0) {
-        encoder.kill();
-        encoder.waitForFinished();
-        return u"The clip is left out: "_s +
-               QString::fromLocal8Bit(encoder.readAllStandardError()).trimmed();
+    ffmpeg.closeWriteChannel();
+    return ended(ffmpeg);
+}
+
+// Waves come and go.
+static QStringList surf(const PlannedClip &clip)
+{
+    const double seconds = static_cast<double>(clip.frames) / ClipPainter::framesPerSecond;
+    return {u"-f"_s, u"lavfi"_s, u"-i"_s,
+            u"anoisesrc=color=brown:seed=1:sample_rate=48000:amplitude=0.4:duration=%1,"
+            "tremolo=f=0.4:d=0.8"_s.arg(seconds)};
+}
+
+// ffmpeg keeps a turn only where it does not encode: hence a second run, over the coded frames.
+static QString wrap(const QString &program, const PlannedClip &clip, const QString &coded,
+                    const QString &file)
+{
+    QStringList arguments{u"-v"_s, u"error"_s, u"-i"_s, coded};
+    if (clip.hasSound) {
+        arguments += surf(clip);
+        arguments += {u"-c:a"_s, u"aac"_s, u"-b:a"_s, u"96k"_s, u"-flags:a"_s, u"+bitexact"_s};
     }
-    return {};
+    arguments += {u"-c:v"_s, u"copy"_s};
+    if (clip.codec == PlannedClip::Codec::Hevc) {
+        arguments += {u"-tag:v"_s, u"hvc1"_s}; // other players know no other
+    }
+    if (clip.upright) {
+        arguments += {u"-metadata:s:v:0"_s, u"rotate=270"_s}; // counted anticlockwise
+    }
+    arguments += {u"-metadata"_s, u"creation_time="_s + clip.captured.toString(Qt::ISODate),
+                  u"-fflags"_s,   u"+bitexact"_s,
+                  u"-movflags"_s, u"+faststart"_s,
+                  u"-y"_s,        file};
+    QProcess ffmpeg;
+    ffmpeg.start(program, arguments);
+    return ended(ffmpeg);
+}
+
+QString make(const std::filesystem::path &file, const PlannedClip &clip)
+{
+    const QString program = QStandardPaths::findExecutable(u"ffmpeg"_s);
+    if (program.isEmpty()) {
+        return u"ffmpeg is not installed."_s;
+    }
+    const QTemporaryDir folder;
+    const QString coded = folder.filePath(u"coded.mov"_s);
+    QString problem = encode(program, clip, coded);
+    if (problem.isEmpty()) {
+        problem = wrap(program, clip, coded, QString::fromStdString(file.string()));
+    }
+    if (!problem.isEmpty()) {
+        std::error_code error;
+        std::filesystem::remove(file, error);
+    }
+    return problem;
 }
 
 } // namespace ClipMaker

@@ -3,15 +3,18 @@
 
 #pragma once
 
+#include "demo/card/PlannedClip.h"
+
 #include <QString>
 
 #include <filesystem>
 
-/// Makes the sample card's clip: snow falling through the light of a lamp.
+/// Makes a clip by the ffmpeg command, as cameras write it: what is coded is what the sensor saw,
+/// and the container says how to turn it and when it was filmed.
 namespace ClipMaker {
 
-/// Writes about four seconds of H.264 into @p file by the ffmpeg command. Empty when it worked,
-/// else the reason to tell the user. Blocks.
-[[nodiscard]] QString make(const std::filesystem::path &file, quint32 seed);
+/// Writes @p clip into @p file. Empty when it worked, else the reason to tell the user; then there
+/// is no file. Blocks.
+[[nodiscard]] QString make(const std::filesystem::path &file, const PlannedClip &clip);
 
 } // namespace ClipMaker

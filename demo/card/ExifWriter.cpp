@@ -99,11 +99,21 @@ TiffDirectory exifDirectory(const CaptureSettings &settings, QSize size)
     return exif;
 }
 
-QByteArray withExif(const QByteArray &jpeg, const QByteArray &thumbnail,
-                    const CaptureSettings &settings, QSize size)
+static TiffDirectory complete(const CaptureSettings &settings, QSize size)
 {
     auto main = mainDirectory(settings);
     main.setDirectories(0x8769, {exifDirectory(settings, size)});
+    return main;
+}
+
+QByteArray structure(const CaptureSettings &settings, QSize size)
+{
+    return TiffDirectory::file({complete(settings, size)});
+}
+
+QByteArray withExif(const QByteArray &jpeg, const QByteArray &thumbnail,
+                    const CaptureSettings &settings, QSize size)
+{
     TiffDirectory small;
     small.setShorts(0x0103, {6});
     small.setShorts(0x0112, {static_cast<quint16>(settings.orientation)});
@@ -113,7 +123,8 @@ QByteArray withExif(const QByteArray &jpeg, const QByteArray &thumbnail,
     small.setData(0x0201, thumbnail);
     small.setLongs(0x0202, {static_cast<quint32>(thumbnail.size())});
 
-    const QByteArray body = QByteArray("Exif\0\0", 6) + TiffDirectory::file({main, small});
+    const QByteArray body =
+        QByteArray("Exif\0\0", 6) + TiffDirectory::file({complete(settings, size), small});
     const auto length = qToBigEndian(static_cast<quint16>(body.size() + 2));
     QByteArray segment("\xFF\xD8\xFF\xE1", 4);
     segment.append(reinterpret_cast<const char *>(&length), sizeof length);

@@ -18,6 +18,9 @@ namespace ExifWriter {
 /// The Exif directory, for a picture of @p size stored pixels, maker note included.
 [[nodiscard]] TiffDirectory exifDirectory(const CaptureSettings &settings, QSize size);
 
+/// All of it as a structure of its own, for a picture of @p size stored pixels.
+[[nodiscard]] QByteArray structure(const CaptureSettings &settings, QSize size);
+
 /// @p jpeg (a JPEG file) with an Exif segment in front, @p thumbnail (a small JPEG file) in it.
 [[nodiscard]] QByteArray withExif(const QByteArray &jpeg, const QByteArray &thumbnail,
                                   const CaptureSettings &settings, QSize size);

@@ -140,6 +140,13 @@ static PlannedShot withRaw(PlannedShot shot)
     return shot;
 }
 
+static PlannedShot asHeif(PlannedShot shot)
+{
+    shot.heif = true;
+    shot.size = 2.0F / 3; // HEVC takes its time
+    return shot;
+}
+
 static PlannedShot focused(PlannedShot shot, float x, float y)
 {
     shot.subjectX = x;
@@ -246,5 +253,12 @@ std::vector<PlannedShot> PlannedShot::all(uint32_t seed)
         withRaw(shot(aurora, 0, s + 30, provia, wide, 4, 8, 3200, at(13, 0, 34))),
         shot(aurora, 3, s + 31, velvia, wide, 4, 10, 3200, at(13, 0, 49)),
         shot(winterTree, 0, s + 32, eterna, normal, 8, 1.0 / 500, 160, at(13, 9, 18)),
+        // Late in the walk, where a card made without them is walked through alike.
+        asHeif(withRaw(shot(mistyRidges, 0.6F, s + 33, classicChrome, zoom, 8, 1.0 / 180, 160,
+                            at(13, 9, 41)))),
+        asHeif(held(shot(forest, 0, s + 34, nostalgic, zoom, 4, 1.0 / 90, 320, at(13, 10, 2)), 8)),
+        asHeif(focused(shot(flower, 0, s + 35, velvia, macro, 2.8, 1.0 / 400, 125, at(13, 10, 17)),
+                       0.42F, 0.43F)),
+        asHeif(withRaw(shot(lake, 0, s + 36, provia, wide, 8, 1.0 / 125, 160, at(13, 10, 36)))),
     };
 }

@@ -23,7 +23,10 @@ struct PlannedShot {
     CaptureSettings settings = {};
     float subjectX = -1; ///< of the upright frame, 0 to 1; negative records none
     float subjectY = -1;
-    bool raw = false; ///< a RAW file beside the JPEG
+    bool raw = false;  ///< a RAW file beside the picture
+    bool heif = false; ///< the picture is a HEIF file, else a JPEG file
+    /// Of the camera's full size, along the edges.
+    float size = 1;
 
     /// The whole card in the order of shooting.
     [[nodiscard]] static std::vector<PlannedShot> all(uint32_t seed);

@@ -4,18 +4,18 @@
 #include "demo/card/SampleCard.h"
 
 #include "demo/card/ClipMaker.h"
+#include "demo/card/Companions.h"
+#include "demo/card/DatedFile.h"
 #include "demo/card/DngWriter.h"
 #include "demo/card/ExifWriter.h"
+#include "demo/card/PlannedClip.h"
 #include "demo/card/PlannedShot.h"
 #include "platform/files/CreationDate.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QTransform>
 
 #include <atomic>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -28,18 +28,6 @@ constexpr int thumbnailWidth = 320;
 constexpr int paintedEdge = 1080;    // more than this only grain can add
 constexpr float burstMargin = 1.06F; // painted around the frame, for the shifts of a burst
 constexpr size_t firstFolderShots = 26;
-
-static bool write(const fs::path &path, const QByteArray &bytes, const QDateTime &when)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
-        return false;
-    }
-    file.close();
-    const timespec time{static_cast<time_t>(when.toSecsSinceEpoch()), 0};
-    const timespec both[2] = {time, time};
-    return ::utimensat(AT_FDCWD, path.c_str(), both, 0) == 0;
-}
 
 static QByteArray jpeg(const QImage &picture, int atQuality = quality)
 {
@@ -110,102 +98,111 @@ static QPoint storedPoint(const PlannedShot &shot, QSize stored)
             static_cast<int>(place.y() * stored.height())};
 }
 
-static bool take(const fs::path &dcim, const PlannedShot &shot, const Canvas &light, size_t index,
-                 const Options &options, QSize frame)
+static QImage wholeBlocks(const QImage &picture)
 {
-    const QImage upright =
-        shot.development.develop(cut(light, shot, frame), options.longEdge,
-                                 options.seed * 977 + static_cast<quint32>(index));
+    const auto whole = [](int extent) { return extent / HeifWriter::block * HeifWriter::block; };
+    return picture.copy(0, 0, whole(picture.width()), whole(picture.height()));
+}
+
+static QString pictureExtension(const PlannedShot &shot)
+{
+    return shot.heif ? u".HIF"_s : u".JPG"_s;
+}
+
+// The picture's file, or why there can be none. A JPEG file is made of @p developed.
+static HeifWriter::Written pictureFile(const PlannedShot &shot, const CaptureSettings &settings,
+                                       const QImage &stored, const QByteArray &developed,
+                                       const Options &options)
+{
+    if (shot.heif) {
+        return options.writeHeif(stored, settings);
+    }
+    const QByteArray thumbnail = jpeg(
+        stored.scaledToWidth(std::min(thumbnailWidth, stored.width()), Qt::SmoothTransformation),
+        80);
+    return {ExifWriter::withExif(developed, thumbnail, settings, stored.size())};
+}
+
+// Why the shot is not on the card, empty when it is. Absent when a file cannot be written.
+static std::optional<QString> take(const fs::path &dcim, const PlannedShot &shot,
+                                   const Canvas &light, size_t index, const Options &options,
+                                   QSize frame)
+{
+    const auto longEdge =
+        static_cast<int>(std::lround(shot.size * static_cast<float>(options.longEdge)));
+    const QImage upright = shot.development.develop(
+        cut(light, shot, frame), longEdge, options.seed * 977 + static_cast<quint32>(index));
     const int turn = shot.turned == 6 ? -90 : shot.turned == 8 ? 90 : 0;
-    const QImage stored = turn == 0 ? upright : upright.transformed(QTransform().rotate(turn));
+    const QImage turned = turn == 0 ? upright : upright.transformed(QTransform().rotate(turn));
+    const QImage stored = shot.heif ? wholeBlocks(turned) : turned;
 
     CaptureSettings settings = shot.settings;
     settings.orientation = shot.turned;
     if (shot.subjectX >= 0) {
         settings.subject = storedPoint(shot, stored.size());
     }
-    const QByteArray picture = jpeg(stored);
-    const QByteArray thumbnail = jpeg(
-        stored.scaledToWidth(std::min(thumbnailWidth, stored.width()), Qt::SmoothTransformation),
-        80);
-    const fs::path base = dcim / folder(index).toStdString() / stem(index).toStdString();
-    if (shot.raw && !write(base.string() + ".DNG", DngWriter::bytes(stored, picture, settings),
-                           settings.captured)) {
-        return false;
+    const bool needsJpeg = shot.raw || !shot.heif; // the preview in a RAW file is one
+    const QByteArray developed = needsJpeg ? jpeg(stored) : QByteArray();
+    const auto [picture, problem] = pictureFile(shot, settings, stored, developed, options);
+    if (!problem.isEmpty()) {
+        return problem;
     }
-    return write(base.string() + ".JPG",
-                 ExifWriter::withExif(picture, thumbnail, settings, stored.size()),
-                 settings.captured);
-}
-
-// A second of quiet hiss: a voice memo (WAVE, 8 kHz, 8 bit, mono).
-static QByteArray voiceMemo()
-{
-    QByteArray sound("RIFF\x64\x1f\0\0WAVEfmt "
-                     "\x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x40\x1f\0\0\x01\0\x08\0data\x40\x1f\0\0",
-                     44);
-    quint32 state = 1;
-    for (int i = 0; i < 8000; ++i) {
-        state = state * 1664525U + 1013904223U;
-        sound += static_cast<char>(128 + static_cast<int>(state >> 29U) - 4);
-    }
-    return sound;
-}
-
-// The files that are no pictures of their own: a computer's traces, notes, a print order.
-static bool addCompanions(const fs::path &root, const QDateTime &when, CardManifest &manifest)
-{
-    const QByteArray resourceFork =
-        QByteArray::fromHex("00051607000200004d6163204f5320582020202020202020") +
-        QByteArray(4072, '\0');
-    const QByteArray rating =
-        R"(<x:xmpmeta xmlns:x="adobe:ns:meta/"><rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#"><rdf:Description rdf:about="" xmlns:xmp="http://ns.adobe.com/xap/1.0/" xmp:Rating="3"/></rdf:RDF></x:xmpmeta>)"_ba;
-    const std::pair<const char *, QByteArray> files[] = {
-        {"DCIM/100_FUJI/._DSCF0003.JPG", resourceFork},
-        {"DCIM/100_FUJI/DSCF0005.XMP", rating},
-        {"DCIM/100_FUJI/DSCF0007.WAV", voiceMemo()},
-        {"DCIM/.thumbnails/DSCF0001.JPG", "not a picture\n"_ba},
-        {"MISC/AUTPRINT.MRK", "[HDR]\r\nGEN REV = 01.10\r\n"_ba},
-        {".Spotlight-V100/VolumeConfiguration.plist", "<plist version=\"1.0\"/>\n"_ba},
+    const QString base = folder(index) + u'/' + stem(index);
+    const auto write = [&](const QString &extension, const QByteArray &bytes) {
+        return DatedFile::write(dcim / (base + extension).toStdString(), bytes, settings.captured);
     };
-    for (const auto &[name, bytes] : files) {
-        std::error_code error;
-        fs::create_directories((root / name).parent_path(), error);
-        if (!write(root / name, bytes, when)) {
+    if ((shot.raw && !write(u".DNG"_s, DngWriter::bytes(stored, developed, settings))) ||
+        !write(pictureExtension(shot), picture)) {
+        return {};
+    }
+    return QString();
+}
+
+static void addNote(const QString &note, CardManifest &manifest)
+{
+    if (!manifest.notes.contains(note)) {
+        manifest.notes.append(note);
+    }
+}
+
+static QString clipFile(size_t index, const PlannedClip &clip)
+{
+    return u"DCIM/%1/%2.%3"_s.arg(folder(index), stem(index), QLatin1String(clip.extension));
+}
+
+// Why each clip is not on the card, empty where it is.
+static std::vector<QString> film(const fs::path &root, const std::vector<PlannedClip> &clips,
+                                 size_t firstIndex)
+{
+    std::vector<QString> problems;
+    for (const auto &clip : clips) {
+        const QString file = clipFile(firstIndex + problems.size(), clip);
+        problems.push_back(ClipMaker::make(root / file.toStdString(), clip));
+    }
+    return problems;
+}
+
+static bool addClips(const fs::path &root, const std::vector<PlannedClip> &clips, size_t firstIndex,
+                     const std::vector<QString> &problems, CardManifest &manifest)
+{
+    qsizetype undated = 0;
+    for (size_t i = 0; i < clips.size(); ++i) {
+        if (!problems[i].isEmpty()) {
+            addNote(u"Clips are left out: "_s + problems[i], manifest);
+            continue;
+        }
+        const QString name = clipFile(firstIndex + i, clips[i]);
+        const fs::path file = root / name.toStdString();
+        if (!DatedFile::date(file, clips[i].captured)) {
             return false;
         }
-        manifest.companions.append(QString::fromLatin1(name));
+        // A clip is dated by its file's birth, today; without one it comes before everything.
+        const auto birth = creationDate(file);
+        const CardManifest::Item item{name.section(u'/', 1) + u"#video"_s,
+                                      {name},
+                                      birth ? birth->toString(Qt::ISODate) : QString()};
+        manifest.items.insert(birth ? manifest.items.size() : undated++, item);
     }
-    return true;
-}
-
-static QString clipName(size_t index)
-{
-    return u"DCIM/%1/%2.MOV"_s.arg(folder(index), stem(index));
-}
-
-static bool addClip(const fs::path &root, size_t index, const QDateTime &when,
-                    const QString &problem, CardManifest &manifest)
-{
-    const QString name = clipName(index);
-    const fs::path file = root / name.toStdString();
-    if (!problem.isEmpty()) {
-        std::error_code error;
-        fs::remove(file, error);
-        manifest.notes.append(problem);
-        return true;
-    }
-    const timespec time{static_cast<time_t>(when.toSecsSinceEpoch()), 0};
-    const timespec both[2] = {time, time};
-    if (::utimensat(AT_FDCWD, file.c_str(), both, 0) != 0) {
-        return false;
-    }
-    // A clip is dated by its file's birth, today; without one it comes before everything.
-    const auto birth = creationDate(file);
-    const CardManifest::Item item{u"%1/%2.MOV#video"_s.arg(folder(index), stem(index)),
-                                  {name},
-                                  birth ? birth->toString(Qt::ISODate) : QString()};
-    manifest.items.insert(birth ? manifest.items.size() : 0, item);
     return true;
 }
 
@@ -232,6 +229,7 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
     }
     std::atomic_size_t next = 0;
     std::atomic_bool failed = false;
+    std::vector<QString> problems(shots.size()); // each worker writes those of its own shots
     const auto worker = [&] {
         for (size_t piece = next++; piece < work.size() && !failed; piece = next++) {
             const auto &first = shots[work[piece].front()];
@@ -239,21 +237,20 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
             const QSize frame = isHeldUpright(first) ? QSize(across, edge) : QSize(edge, across);
             const Canvas light = paint(first, frame);
             for (const size_t index : work[piece]) {
-                if (!take(dcim, shots[index], light, index, options, frame)) {
+                const auto problem = take(dcim, shots[index], light, index, options, frame);
+                if (!problem) {
                     failed = true;
+                    return;
                 }
+                problems[index] = *problem;
             }
         }
     };
-    QString clipProblem;
+    const auto clips = options.clips ? PlannedClip::all(options.seed) : std::vector<PlannedClip>();
+    std::vector<QString> clipProblems;
     {
         std::vector<std::jthread> workers;
-        if (options.clip) {
-            workers.emplace_back([&] {
-                clipProblem =
-                    ClipMaker::make(root / clipName(shots.size()).toStdString(), options.seed);
-            });
-        }
+        workers.emplace_back([&] { clipProblems = film(root, clips, shots.size()); });
         for (unsigned i = 0; i < std::max(1U, std::thread::hardware_concurrency()); ++i) {
             workers.emplace_back(worker);
         }
@@ -264,20 +261,24 @@ std::optional<CardManifest> make(const fs::path &root, const Options &options)
 
     CardManifest manifest;
     for (size_t i = 0; i < shots.size(); ++i) {
+        if (!problems[i].isEmpty()) {
+            addNote(u"HEIF pictures are left out: "_s + problems[i], manifest);
+            continue;
+        }
         const QString base = u"DCIM/%1/%2"_s.arg(folder(i), stem(i));
         QStringList files;
         if (shots[i].raw) {
             files.append(base + u".DNG"_s);
         }
-        files.append(base + u".JPG"_s);
+        files.append(base + pictureExtension(shots[i]));
         manifest.items.append({u"%1/%2"_s.arg(folder(i), stem(i)), files,
                                shots[i].settings.captured.toString(Qt::ISODate)});
     }
     const QDateTime last = shots.back().settings.captured;
-    if (!addCompanions(root, last, manifest)) {
+    if (!Companions::add(root, last, manifest)) {
         return {};
     }
-    if (options.clip && !addClip(root, shots.size(), last.addSecs(900), clipProblem, manifest)) {
+    if (!addClips(root, clips, shots.size(), clipProblems, manifest)) {
         return {};
     }
     return manifest;
