@@ -313,7 +313,7 @@ private Q_SLOTS:
 
         QCOMPARE(m_pipeline->inFlight(), idsFrom(0, 12));
         m_decoders->isGated = false;
-        m_decoders->gate.release();
+        m_decoders->gate.release(40);
         QTRY_VERIFY(m_pipeline->inFlight().isEmpty());
         QCOMPARE(m_decoders->countOf("0.JPG"), 1); // running when cancelled, completed and kept
         QVERIFY(!m_pipeline->cachedScreenImage(items.at(0)).isNull());
@@ -328,7 +328,7 @@ private Q_SLOTS:
         m_pipeline->prefetch(items, 4, 100);
 
         m_decoders->isGated = false;
-        m_decoders->gate.release();
+        m_decoders->gate.release(40);
 
         for (int index = 0; index <= 12; ++index) {
             QTRY_VERIFY(!m_pipeline->cachedScreenImage(items.at(index)).isNull());
