@@ -69,6 +69,7 @@ bool KeyMonitor::isConsumed(const QKeyEvent &event)
     if (event.isAutoRepeat()) {
         const auto down = m_down.constFind(identityOf(event));
         if (down == m_down.cend() || *down != situation) {
+            m_down.remove(identityOf(event)); // also when the situation comes back
             return true;
         }
     } else {

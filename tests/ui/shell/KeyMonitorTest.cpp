@@ -120,6 +120,23 @@ private Q_SLOTS:
         QCOMPARE(rig.handled, 3);
     }
 
+    void aHeldKeyThatLostItsMeaningWaitsForItsRelease()
+    {
+        Rig rig;
+        rig.consumes = true;
+        rig.press(Qt::Key_Right);
+        rig.situation = 2;
+        QVERIFY(rig.repeat(Qt::Key_Right));
+        rig.situation = 1;
+
+        QVERIFY(rig.repeat(Qt::Key_Right));
+
+        QCOMPARE(rig.handled, 1);
+        rig.release(Qt::Key_Right);
+        rig.press(Qt::Key_Right);
+        QCOMPARE(rig.handled, 2);
+    }
+
     void aHeldKeyDoesNotReachAPopupThatItOpened()
     {
         Rig rig;
