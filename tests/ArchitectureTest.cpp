@@ -52,6 +52,7 @@ private Q_SLOTS:
         QTest::newRow("libjpeg") << u"<jpeglib.h>"_s << u"platform/imageio/"_s;
         QTest::newRow("lcms2") << u"<lcms2.h>"_s << u"platform/imageio/"_s;
         QTest::newRow("FFmpeg") << u"<libav"_s << u"platform/media/"_s;
+        QTest::newRow("nlohmann") << u"<nlohmann/"_s << u"core/store/"_s;
         QTest::newRow("Qt D-Bus") << u"<QDBus"_s << u"platform/volumes/"_s;
         QTest::newRow("QML") << u"<QQml"_s << u"ui/"_s;
         QTest::newRow("Qt Quick") << u"<QQuick"_s << u"ui/"_s;

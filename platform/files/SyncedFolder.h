@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/files/FileDescriptor.h"
+
+#include <filesystem>
+
+/// A folder whose entries are to be on the disk: opened before they change, so that nothing but
+/// the sync itself is left to fail afterwards.
+class SyncedFolder {
+public:
+    /// Throws std::system_error when the folder cannot be opened. An empty path is the working
+    /// directory.
+    explicit SyncedFolder(const std::filesystem::path &path);
+
+    /// Waits until the folder's entries are on the disk; throws std::system_error when that fails.
+    void sync() const;
+
+private:
+    FileDescriptor m_descriptor;
+};
