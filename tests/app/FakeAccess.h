@@ -60,7 +60,8 @@ public:
     [[nodiscard]] std::optional<std::filesystem::path>
     requestAccess(const std::filesystem::path &directory, const QString & /*name*/) override
     {
-        const std::scoped_lock lock(m_mutex);
+        std::unique_lock lock(m_mutex);
+        m_letGo.wait(lock, [&] { return !m_held.contains(directory); });
         return refuses ? std::nullopt : std::optional(directory);
     }
 
