@@ -4,28 +4,31 @@
 #include "app/AppState.h"
 
 #include "app/CardAccess.h"
-#include "core/card/CardScanner.h"
 #include "core/card/DeleteEngine.h"
+#include "platform/checks/Precondition.h"
 #include "platform/settings/UserDefaults.h"
 #include "platform/volumes/MountedVolumes.h"
 
-#include <QCoroFuture>
-#include <QPointer>
-
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 using Kind = Phase::Kind;
 
+static constexpr int daysSessionsAreKept = 30;
+
 AppState::AppState(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
-    , m_opener(m_services.access, m_services.fileManager, m_services.patience)
-    , m_deletion(m_services.fileManager)
+    , m_sessions(m_services.sessionFolder, m_services.saveDelay, this)
+    , m_opener(m_services.access, m_services.fileManager, m_sessions, m_services.patience, this)
+    , m_scan(m_services.fileManager, m_services.reader, m_sessions, this)
+    , m_deletion(m_services.fileManager, this)
 {
     connect(&m_opener, &CardOpener::found, this, &AppState::openFound);
     connect(&m_opener, &CardOpener::answered, this, &AppState::openAnswered);
     connect(&m_opener, &CardOpener::granted, this, &AppState::openGranted);
+    connect(&m_scan, &ScanRun::finished, this, &AppState::cullItems);
     connect(&m_deletion, &DeletionRun::progressed, this, &AppState::showProgress);
     connect(&m_deletion, &DeletionRun::finished, this, &AppState::finishDelete);
 }
@@ -33,9 +36,8 @@ AppState::AppState(Services services, QObject *parent)
 AppState::~AppState()
 {
     m_volumeWatcher.reset();
-    m_deletion.stop();
-    m_scanStop.request_stop();
-    m_scans.waitForDone();
+    m_deletion.stop(); // all are told before one is waited for
+    m_scan.stop();
 }
 
 // What is observed
@@ -74,6 +76,7 @@ void AppState::tellChangesSince(const Observed &before)
     tell(before.showExifBar != now.showExifBar, &AppState::showExifBarChanged);
     tell(before.reviewSelection != now.reviewSelection, &AppState::reviewSelectionChanged);
     tell(before.reviewEnlarged != now.reviewEnlarged, &AppState::reviewEnlargedChanged);
+    tell(before.videoPlayer != now.videoPlayer, &AppState::videoPlayerChanged);
     tell(before.confirmingDelete != now.confirmingDelete, &AppState::confirmingDeleteChanged);
     tell(before.phase != now.phase, &AppState::phaseChanged);
     tell(before.canSwitchCards() != now.canSwitchCards(), &AppState::canSwitchCardsChanged);
@@ -102,6 +105,7 @@ bool AppState::isCurrent(const CardInfo &card) const
 
 void AppState::start()
 {
+    m_sessions.prune(daysSessionsAreKept, m_services.now());
     m_services.defaults->registerDefaults({{u"autoAdvanceOnReject"_s, true}});
     const auto report = [this](const std::vector<std::filesystem::path> &urls) {
         QMetaObject::invokeMethod(
@@ -131,10 +135,11 @@ void AppState::volumesChanged(const std::vector<std::filesystem::path> &urls)
 void AppState::dropCard()
 {
     m_opener.cancel();
-    m_scanStop.request_stop();
+    m_scan.stop();
     m_deletion.stop();
+    dropVideoPlayer();
     m_access.reset();
-    m_decisions.reset();
+    m_lastSnapshot.reset();
     m_now.card.reset();
     m_now.cardIsReadOnly = false;
     m_now.session.reset();
@@ -169,9 +174,9 @@ void AppState::openCard(const CardProbe &probe)
 void AppState::selectCard(const CardProbe &probe)
 {
     ++m_selection;
-    m_decisions.reset();
+    m_lastSnapshot.reset();
     m_access = probe.access;
-    m_now.phase = Phase::cardReady(false);
+    m_now.phase = Phase::cardReady(probe.hasSession);
 }
 
 void AppState::switchToCard(const CardInfo &card)
@@ -201,9 +206,10 @@ void AppState::openAnswered(const CardProbe &probe)
         return;
     }
     const Operation operation(*this);
+    dropVideoPlayer();
     recordChange();
     m_access.reset();
-    m_decisions.reset();
+    m_lastSnapshot.reset();
     ++m_selection;
     m_now.session.reset();
     openCard(probe);
@@ -241,54 +247,55 @@ void AppState::startCulling()
     const Operation operation(*this);
     m_opener.cancel(); // whoever begins with this card wishes for no other
     m_now.phase = Phase::scanning();
-    scan(*m_now.card);
+    m_scan.start(*m_now.card);
 }
 
-QCoro::Task<> AppState::scan(CardInfo card)
+void AppState::cullItems(const ScanRun::Result &scanned)
 {
-    const QPointer self(this);
-    const auto number = ++m_scan;
-    const auto selection = m_selection;
-    m_scanStop.request_stop();
-    m_scanStop = std::stop_source();
-    const auto items =
-        co_await CardScanner::scanDetached(&m_scans, card.volumeURL, m_services.fileManager,
-                                           m_services.reader, m_scanStop.get_token());
-    if (!self || number != m_scan || selection != m_selection ||
-        m_now.phase.kind != Kind::Scanning) {
-        co_return;
+    if (m_now.phase.kind != Kind::Scanning) {
+        return;
     }
-    finishScan(items);
-}
-
-void AppState::finishScan(const QList<MediaItem> &items)
-{
     const Operation operation(*this);
-    if (items.isEmpty()) {
+    if (scanned.items.isEmpty()) {
         m_now.session.reset();
         m_now.phase = Phase::noMedia();
         return;
     }
     // Ids name the same files only while the files are the same: once A.HEIC is deleted, A.JPG may
     // come under its id, and must not be shown with its picture.
-    if (!m_now.session || m_now.session->items() != items) {
+    if (!m_now.session || m_now.session->items() != scanned.items) {
         ++m_selection;
     }
-    const auto decisions = m_decisions.value_or(Decisions());
+    const auto &kept = scanned.kept;
+    const bool storeIsBehind = !kept.snapshot || kept.lastSaveFailed;
+    const auto resumed = storeIsBehind && m_lastSnapshot ? m_lastSnapshot : kept.snapshot;
+    const auto decisions = resumed.value_or(SessionSnapshot());
     m_now.session =
-        std::make_shared<CullSession>(items, decisions.rejectedIDs, decisions.currentIndex);
+        std::make_shared<CullSession>(scanned.items, decisions.rejectedIDs, decisions.currentIndex);
+    m_inventoryHash = scanned.inventoryHash;
     m_services.pipeline->beginSelection(m_selection);
     m_now.phase = Phase::culling();
     prefetchCurrent();
 }
 
+SessionSnapshot AppState::snapshotOf(const QSet<QString> &rejectedIDs, qint64 currentIndex) const
+{
+    return {.volumeUUID = m_now.card->volumeUUID,
+            .inventoryHash = m_inventoryHash,
+            .rejectedIDs = rejectedIDs,
+            .currentIndex = currentIndex,
+            .savedAt = m_services.now()};
+}
+
 void AppState::recordChange()
 {
     const Operation operation(*this);
+    precondition(m_now.changeCount < std::numeric_limits<qint64>::max(), "changes can be counted");
     ++m_now.changeCount;
-    const bool deletionDecided = isDeleting() || m_now.phase.kind == Kind::Summary;
-    if (m_now.session && !deletionDecided) {
-        m_decisions = Decisions{m_now.session->rejectedIDs(), m_now.session->currentIndex()};
+    const bool isSettled = isDeleting() || m_now.phase.kind == Kind::Summary;
+    if (m_now.card && m_now.session && !isSettled) {
+        m_lastSnapshot = snapshotOf(m_now.session->rejectedIDs(), m_now.session->currentIndex());
+        m_sessions.saveSoon(*m_lastSnapshot);
     }
 }
 
@@ -303,6 +310,7 @@ void AppState::prefetchCurrent()
 void AppState::afterMove()
 {
     const Operation operation(*this);
+    dropVideoPlayer();
     m_now.zoomed = false;
     recordChange();
     prefetchCurrent();
@@ -320,17 +328,25 @@ void AppState::selectItem(qint64 index)
 void AppState::undoDecision()
 {
     const Operation operation(*this);
-    if (m_now.session && m_now.session->undo()) {
-        const auto lastReject = std::max<qint64>(m_now.session->rejectedCount() - 1, 0);
-        m_now.reviewSelection = std::min(m_now.reviewSelection, lastReject);
-        recordChange();
-        prefetchCurrent();
+    if (!m_now.session) {
+        return;
     }
+    const auto previousIndex = m_now.session->currentIndex();
+    if (!m_now.session->undo()) {
+        return;
+    }
+    if (m_now.session->currentIndex() != previousIndex) {
+        dropVideoPlayer();
+    }
+    clampReviewSelection();
+    recordChange();
+    prefetchCurrent();
 }
 
 void AppState::finishCulling()
 {
     const Operation operation(*this);
+    dropVideoPlayer();
     m_now.zoomed = false;
     m_now.reviewSelection = 0;
     m_now.reviewEnlarged = false;
@@ -351,6 +367,7 @@ void AppState::backToCulling()
 {
     if (m_now.session && !isDeleting()) {
         const Operation operation(*this);
+        dropVideoPlayer();
         m_now.confirmingDelete = false;
         m_now.reviewEnlarged = false;
         m_now.phase = Phase::culling();
@@ -362,6 +379,8 @@ void AppState::backToCardScreen()
 {
     if (!isDeleting()) {
         const Operation operation(*this);
+        m_scan.stop();
+        dropVideoPlayer();
         m_now.confirmingDelete = false;
         recordChange();
         m_now.phase = m_now.card ? Phase::cardReady(hasSession()) : Phase::waitingForCard();
@@ -371,6 +390,7 @@ void AppState::backToCardScreen()
 void AppState::leaveCulling()
 {
     const Operation operation(*this);
+    dropVideoPlayer();
     recordChange();
     m_now.phase = Phase::cardReady(true);
 }
@@ -385,8 +405,46 @@ void AppState::rescueSelected()
     if (m_now.reviewSelection >= 0 && m_now.reviewSelection < rejected.size()) {
         m_now.session->toggle(rejected.at(m_now.reviewSelection).id);
         recordChange();
-        const auto lastReject = std::max<qint64>(m_now.session->rejectedCount() - 1, 0);
-        m_now.reviewSelection = std::min(m_now.reviewSelection, lastReject);
+        clampReviewSelection();
+    }
+}
+
+void AppState::clampReviewSelection()
+{
+    const auto lastReject = std::max<qint64>(m_now.session->rejectedCount() - 1, 0);
+    m_now.reviewSelection = std::min(m_now.reviewSelection, lastReject);
+}
+
+void AppState::closeEnlarged()
+{
+    const Operation operation(*this);
+    dropVideoPlayer();
+    m_now.reviewEnlarged = false;
+}
+
+// Clips
+
+void AppState::playVideo(const MediaItem &item)
+{
+    if (!item.videoURL) {
+        return;
+    }
+    const Operation operation(*this);
+    dropVideoPlayer();
+    if (m_services.videoPlayer) {
+        m_now.videoPlayer = m_services.videoPlayer(*item.videoURL);
+    }
+    if (m_now.videoPlayer) {
+        m_now.videoPlayer->play();
+    }
+}
+
+void AppState::dropVideoPlayer()
+{
+    const Operation operation(*this);
+    if (m_now.videoPlayer) {
+        m_now.videoPlayer->pause();
+        m_now.videoPlayer.reset();
     }
 }
 
@@ -405,8 +463,10 @@ void AppState::performDelete()
     const Operation operation(*this);
     const auto rejects = m_now.session->rejectedItems();
     const DeletionRun::Job job = {.volumeURL = m_now.card->volumeURL,
+                                  .selection = m_selection,
                                   .rejects = rejects,
                                   .keptCount = m_now.session->items().size() - rejects.size()};
+    dropVideoPlayer();
     m_now.confirmingDelete = false;
     m_now.phase = Phase::deleting(0, job.fileCount());
     m_deletion.start(job);
@@ -422,11 +482,17 @@ void AppState::showProgress(qint64 done, qint64 total)
 
 void AppState::finishDelete(const DeletionRun::Job &job, const DeleteResult &result)
 {
+    if (job.selection != m_selection) {
+        return; // the store belongs to another card by now
+    }
     const Operation operation(*this);
     const auto failedIDs = DeleteEngine::failedItemIDs(job.rejects, result);
-    m_decisions.reset();
     if (!failedIDs.isEmpty()) {
-        m_decisions = Decisions{QSet<QString>(failedIDs.begin(), failedIDs.end()), 0};
+        m_lastSnapshot = snapshotOf(QSet<QString>(failedIDs.begin(), failedIDs.end()), 0);
+        m_sessions.saveNow(*m_lastSnapshot);
+    } else {
+        m_lastSnapshot.reset();
+        m_sessions.forget(m_now.card->volumeUUID);
     }
     m_now.phase = Phase::summary(static_cast<qint64>(result.deleted.size()),
                                  static_cast<qint64>(result.failures.size()), job.keptCount);

@@ -6,20 +6,19 @@
 #include "app/CardOpener.h"
 #include "app/DeletionRun.h"
 #include "app/Observed.h"
+#include "app/ScanRun.h"
 #include "app/VolumeWatcher.h"
 #include "core/decode/DecodePipeline.h"
 #include "core/model/CullSession.h"
+#include "platform/media/VideoPlayer.h"
 
-#include <QCoroTask>
 #include <QObject>
 #include <QStringList>
-#include <QThreadPool>
 
 #include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stop_token>
 
 class CardAccess;
 class CardReads;
@@ -62,8 +61,15 @@ public:
         UserDefaults *defaults = nullptr;
         DecodePipeline *pipeline = nullptr;
         CardReads *cardReads = nullptr;
+        /// Makes a player for a clip; without it, or when it makes none, clips do not play.
+        std::function<std::unique_ptr<VideoPlayer>(const std::filesystem::path &)> videoPlayer = {};
         /// The longest edge of screen images, in pixels.
         std::function<int()> screenMaxPixel;
+        /// Where sessions are kept; absent, decisions last as long as the card stays selected.
+        std::optional<std::filesystem::path> sessionFolder = {};
+        std::function<QDateTime()> now = &QDateTime::currentDateTimeUtc;
+        /// How long after the last of several changes they are saved.
+        std::chrono::milliseconds saveDelay = std::chrono::milliseconds(300);
         /// How long a card may take to answer before others are opened in its place.
         std::chrono::milliseconds patience = std::chrono::seconds(5);
     };
@@ -152,10 +158,14 @@ public:
 
     void setConfirmingDelete(bool confirming) { set(m_now.confirmingDelete, confirming); }
 
+    /// The only player there is; null while nothing plays. Lives until videoPlayerChanged() has
+    /// been told.
+    [[nodiscard]] VideoPlayer *videoPlayer() const { return m_now.videoPlayer.get(); }
+
     /// Counts recorded changes of the session; whoever shows its content follows this.
     [[nodiscard]] qint64 changeCount() const { return m_now.changeCount; }
 
-    /// Registers the defaults and begins to watch the volumes. Once.
+    /// Registers the defaults, forgets old sessions and begins to watch the volumes. Once.
     void start();
     void volumesChanged(const std::vector<std::filesystem::path> &urls);
 
@@ -167,7 +177,8 @@ public:
     Q_INVOKABLE void grantAccess();
 
     Q_INVOKABLE void startCulling();
-    /// To be called after every change of the session.
+    /// To be called after every change of the session, and when its screen is left. Decisions are
+    /// saved a moment later, but not those that a deletion has settled.
     void recordChange();
     void prefetchCurrent();
     /// To be called after the current index changed.
@@ -183,6 +194,13 @@ public:
     /// To the card screen, from where the session can be resumed.
     void leaveCulling();
     Q_INVOKABLE void rescueSelected();
+    /// Back from the enlarged reject to the grid.
+    void closeEnlarged();
+
+    /// Plays the clip of @p item from its beginning, in place of another one.
+    void playVideo(const MediaItem &item);
+    /// Stops the player and lets go of its file.
+    void dropVideoPlayer();
 
     /// Deletes the files of the rejects; only from the review.
     Q_INVOKABLE void performDelete();
@@ -203,15 +221,10 @@ Q_SIGNALS:
     void reviewSelectionChanged();
     void reviewEnlargedChanged();
     void confirmingDeleteChanged();
+    void videoPlayerChanged();
     void changeCountChanged();
 
 private:
-    /// The decisions on the selected card, for culling that starts again.
-    struct Decisions {
-        QSet<QString> rejectedIDs;
-        qint64 currentIndex = 0;
-    };
-
     template<typename Value>
     void set(Value &value, Value wanted)
     {
@@ -230,26 +243,27 @@ private:
     void openCard(const CardProbe &probe);
     void selectCard(const CardProbe &probe);
     void dropCard();
-    QCoro::Task<> scan(CardInfo card);
-    void finishScan(const QList<MediaItem> &items);
+    void cullItems(const ScanRun::Result &scanned);
+    [[nodiscard]] SessionSnapshot snapshotOf(const QSet<QString> &rejectedIDs,
+                                             qint64 currentIndex) const;
+    void clampReviewSelection();
     void showProgress(qint64 done, qint64 total);
     void finishDelete(const DeletionRun::Job &job, const DeleteResult &result);
     [[nodiscard]] bool isDeleting() const;
 
     Services m_services;
     std::unique_ptr<VolumeWatcher> m_volumeWatcher;
+    SessionKeeper m_sessions;
     CardOpener m_opener;
+    ScanRun m_scan;
     DeletionRun m_deletion;
 
     Observed m_now;
     Observed m_before; ///< as it was when the outermost operation began
     int m_operationDepth = 0;
 
-    std::shared_ptr<const OpenAccess> m_access; ///< to the card, where it needs one
-    std::optional<Decisions> m_decisions;       ///< the last of the current selection
+    std::shared_ptr<const OpenAccess> m_access;    ///< to the card, where it needs one
+    std::optional<SessionSnapshot> m_lastSnapshot; ///< of the current selection
+    QString m_inventoryHash;                       ///< of the session's items
     qint64 m_selection = 0; ///< counts selections of a card; ids repeat between them
-    qint64 m_scan = 0;      ///< counts scans; only the newest counts
-    std::stop_source m_scanStop;
-
-    QThreadPool m_scans;
 };

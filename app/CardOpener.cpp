@@ -3,6 +3,7 @@
 
 #include "app/CardOpener.h"
 
+#include "app/SessionKeeper.h"
 #include "platform/files/FileManager.h"
 
 #include <QCoroFuture>
@@ -21,11 +22,12 @@ static auto isVolumeOf(const CardInfo &card)
 }
 
 CardOpener::CardOpener(std::shared_ptr<CardAccess> access,
-                       std::shared_ptr<const FileManager> fileManager,
+                       std::shared_ptr<const FileManager> fileManager, SessionKeeper &sessions,
                        std::chrono::milliseconds patience, QObject *parent)
     : QObject(parent)
     , m_access(std::move(access))
     , m_fileManager(std::move(fileManager))
+    , m_sessions(sessions)
     , m_patience(patience)
 {
     m_pool.setMaxThreadCount(cardsAskedAtOnce);
@@ -84,14 +86,26 @@ QCoro::Task<> CardOpener::awaitAnswer(CardInfo card, qint64 number)
     const auto look = [card, access = m_access, files = m_fileManager] {
         return CardProbe::of(card, access, *files);
     };
-    const auto probe = co_await QtConcurrent::run(&m_pool, look);
-    if (!self) {
+    auto probe = co_await QtConcurrent::run(&m_pool, look);
+    if (!self || !isAsked(number)) {
         co_return;
+    }
+    if (probe.isUsable()) {
+        const auto kept = co_await m_sessions.load(card.volumeUUID);
+        if (!self) {
+            co_return;
+        }
+        probe.hasSession = kept.snapshot.has_value();
     }
     const auto isMine = [number](const Question &question) { return question.number == number; };
     if (m_questions.removeIf(isMine) > 0) {
         hear(probe);
     }
+}
+
+bool CardOpener::isAsked(qint64 number) const
+{
+    return std::ranges::find(m_questions, number, &Question::number) != m_questions.end();
 }
 
 void CardOpener::passOver(qint64 number)
@@ -153,8 +167,18 @@ QCoro::Task<> CardOpener::awaitGrant(CardInfo card)
     const auto request = [card, access = m_access, files = m_fileManager] {
         return CardProbe::granted(card, access, *files);
     };
-    const auto probe = co_await QtConcurrent::run(&m_pool, request);
-    if (self && wish == m_wish && probe) {
+    auto probe = co_await QtConcurrent::run(&m_pool, request);
+    if (!self || !probe) {
+        co_return;
+    }
+    if (probe->hasDCIM) {
+        const auto kept = co_await m_sessions.load(card.volumeUUID);
+        if (!self) {
+            co_return;
+        }
+        probe->hasSession = kept.snapshot.has_value();
+    }
+    if (wish == m_wish) {
         Q_EMIT granted(*probe);
     }
 }

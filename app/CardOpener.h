@@ -13,6 +13,8 @@
 #include <chrono>
 #include <optional>
 
+class SessionKeeper;
+
 /// Asks cards what can be done with them, each on a thread of its own, and tells what the newest
 /// wish comes to; an older wish is forgotten. Main thread only; never blocks but at its end.
 ///
@@ -23,7 +25,8 @@ class CardOpener : public QObject {
 public:
     /// Who has not answered after @p patience is passed over, and judged when it answers.
     CardOpener(std::shared_ptr<CardAccess> access, std::shared_ptr<const FileManager> fileManager,
-               std::chrono::milliseconds patience, QObject *parent = nullptr);
+               SessionKeeper &sessions, std::chrono::milliseconds patience,
+               QObject *parent = nullptr);
     /// Waits for the cards that are being asked.
     ~CardOpener() override;
 
@@ -63,6 +66,7 @@ private:
 
     void question(const CardInfo &card);
     QCoro::Task<> awaitAnswer(CardInfo card, qint64 number);
+    [[nodiscard]] bool isAsked(qint64 number) const;
     QCoro::Task<> awaitGrant(CardInfo card);
     void passOver(qint64 number);
     void hear(const CardProbe &probe);
@@ -70,6 +74,7 @@ private:
 
     std::shared_ptr<CardAccess> m_access;
     std::shared_ptr<const FileManager> m_fileManager;
+    SessionKeeper &m_sessions;
     std::chrono::milliseconds m_patience;
 
     QList<Question> m_questions; ///< that wait for an answer
@@ -80,5 +85,5 @@ private:
     std::optional<CardInfo> m_wanted;
     qint64 m_wish = 0; ///< counts wishes
 
-    QThreadPool m_pool;
+    QThreadPool m_pool{this};
 };

@@ -19,7 +19,8 @@ struct CardProbe {
     /// By a grant, stored or new; a stored one is asked for only when the card is not readable.
     std::shared_ptr<const OpenAccess> access = {};
     bool hasDCIM = false;
-    bool readOnly = false; ///< nothing can be deleted from it; asked only when it is accessible
+    bool hasSession = false; ///< decisions on it are kept; asked only when it is usable
+    bool readOnly = false;   ///< nothing can be deleted from it; asked only when it is accessible
 
     [[nodiscard]] bool isAccessible() const { return readable || access; }
 

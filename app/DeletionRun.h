@@ -27,6 +27,7 @@ public:
     /// What a run is about; it comes back with the result, whatever the session is by then.
     struct Job {
         std::filesystem::path volumeURL = {};
+        qint64 selection = 0; ///< of the card, as its owner counts them
         QList<MediaItem> rejects = {};
         qint64 keptCount = 0; ///< items that are not rejected
 
@@ -55,5 +56,5 @@ private:
     std::stop_source m_stop;
     qint64 m_run = 0;  ///< counts runs and their ends; only the newest is told
     qint64 m_done = 0; ///< files, as told last
-    QThreadPool m_pool;
+    QThreadPool m_pool{this};
 };

@@ -13,6 +13,7 @@ using Kind = Phase::Kind;
 
 static constexpr qreal panStep = 80; // points
 static constexpr qint64 reviewColumns = 5;
+static constexpr VideoPlayer::Seconds seekStep(2);
 
 bool KeyHandler::handleKey(const KeyPress &key)
 {
@@ -50,11 +51,22 @@ bool KeyHandler::handleKey(const KeyPress &key)
     return false;
 }
 
+quint64 KeyHandler::situation() const
+{
+    const auto kind = static_cast<quint64>(m_appState.phase().kind);
+    return kind * 4 + (m_appState.confirmingDelete() ? 2 : 0) +
+           (m_appState.reviewEnlarged() ? 1 : 0);
+}
+
 bool KeyHandler::handleCullingKey(const QString &chars, quint16 keyCode)
 {
     const auto *session = m_appState.session();
     if (!session) {
         return false;
+    }
+    const auto *item = session->currentItem();
+    if (item && item->kind == MediaKind::video && handleVideoKey(chars, keyCode)) {
+        return true;
     }
     if (chars == u"x") {
         rejectCurrent();
@@ -64,7 +76,6 @@ bool KeyHandler::handleCullingKey(const QString &chars, quint16 keyCode)
         return true;
     }
     if (chars == u"z") {
-        const auto *item = session->currentItem();
         const bool isPhoto = item && item->kind == MediaKind::photo;
         if (isPhoto) {
             m_appState.setZoomed(!m_appState.zoomed());
@@ -86,9 +97,38 @@ bool KeyHandler::handleCullingKey(const QString &chars, quint16 keyCode)
     return false;
 }
 
+/// Stays within the clip, as far as its end is known.
+static void seekBy(VideoPlayer &player, VideoPlayer::Seconds offset)
+{
+    auto time = std::max(player.currentTime() + offset, VideoPlayer::Seconds::zero());
+    if (const auto duration = player.duration()) {
+        time = std::min(time, *duration);
+    }
+    player.seek(time);
+}
+
+bool KeyHandler::handleVideoKey(const QString &chars, quint16 keyCode)
+{
+    auto *player = m_appState.videoPlayer();
+    if (!player) {
+        return false;
+    }
+    if (keyCode == KeyPress::Space || chars == u"k") {
+        player->rate() != 0 ? player->pause() : player->play();
+        return true;
+    }
+    if (chars == u"j" || chars == u"l") {
+        seekBy(*player, chars == u"l" ? seekStep : -seekStep);
+        return true;
+    }
+    return false;
+}
+
 bool KeyHandler::panOrStep(quint16 keyCode)
 {
-    const bool zoomed = m_appState.zoomed();
+    const auto *item = m_appState.session()->currentItem();
+    const bool isPhoto = item && item->kind == MediaKind::photo;
+    const bool zoomed = m_appState.zoomed() && isPhoto; // a clip has no zoom to be left by Z
     switch (keyCode) {
     case KeyPress::Left:
         zoomed ? panBy(panStep, 0) : stepBack();
@@ -181,8 +221,12 @@ bool KeyHandler::handleReviewKey(const QString &chars, quint16 keyCode)
 
 bool KeyHandler::handleEnlargedKey(const QString &chars, quint16 keyCode)
 {
+    const bool isPlayerLetter = chars == u"j" || chars == u"k" || chars == u"l";
+    if (isPlayerLetter && handleVideoKey(chars, keyCode)) {
+        return true;
+    }
     if (keyCode == KeyPress::Space || keyCode == KeyPress::Escape) {
-        m_appState.setReviewEnlarged(false);
+        m_appState.closeEnlarged();
         return true;
     }
     if (chars == u"z") {
@@ -191,7 +235,7 @@ bool KeyHandler::handleEnlargedKey(const QString &chars, quint16 keyCode)
     }
     if (chars == u"x" || chars == u"u") {
         m_appState.rescueSelected();
-        m_appState.setReviewEnlarged(false);
+        m_appState.closeEnlarged();
         return true;
     }
     return false;

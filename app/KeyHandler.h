@@ -18,10 +18,15 @@ public:
     /// True when the key was consumed; any other key goes on to the window.
     [[nodiscard]] bool handleKey(const KeyPress &key);
 
+    /// Another number whenever the same key may mean something else: a key that is held must not
+    /// go on into a situation in which it was not pressed.
+    [[nodiscard]] quint64 situation() const;
+
 private:
     [[nodiscard]] bool handleCullingKey(const QString &chars, quint16 keyCode);
     [[nodiscard]] bool handleReviewKey(const QString &chars, quint16 keyCode);
     [[nodiscard]] bool handleEnlargedKey(const QString &chars, quint16 keyCode);
+    [[nodiscard]] bool handleVideoKey(const QString &chars, quint16 keyCode);
     [[nodiscard]] bool panOrStep(quint16 keyCode);
     void rejectCurrent();
     void stepForward();

@@ -13,6 +13,7 @@
 #include <optional>
 
 class CullSession;
+class VideoPlayer;
 
 /// All of the controller that is told when it changes.
 struct Observed {
@@ -27,6 +28,7 @@ struct Observed {
     qint64 reviewSelection = 0;
     bool reviewEnlarged = false;
     bool confirmingDelete = false;
+    std::shared_ptr<VideoPlayer> videoPlayer;
     qint64 changeCount = 0;
 
     /// Of the same volume among the available cards, -1 when it is not there.

@@ -3,6 +3,7 @@
 
 #include "app/CardOpener.h"
 
+#include "app/SessionKeeper.h"
 #include "tests/app/FakeAccess.h"
 #include "tests/app/GatedFiles.h"
 
@@ -20,6 +21,7 @@ private Q_SLOTS:
     {
         m_folder = std::make_unique<QTemporaryDir>();
         m_access = std::make_shared<FakeAccess>();
+        m_sessions = std::make_unique<SessionKeeper>(m_folder->path().toStdString(), 1h);
         m_told.clear();
     }
 
@@ -27,6 +29,7 @@ private Q_SLOTS:
     {
         m_access->letAllGo();
         m_opener.reset();
+        m_sessions.reset();
     }
 
     void theFirstUsableCardIsFound()
@@ -207,8 +210,12 @@ private Q_SLOTS:
     void aGrantThatCameTooLateEnds()
     {
         makeOpener(1min);
-        m_opener->requestAccess(card("ONE", HasDCIM));
+        const auto one = card("ONE", HasDCIM);
+        m_access->hold(one.volumeURL);
+        m_opener->requestAccess(one);
         m_opener->cancel();
+
+        m_access->letGo(one.volumeURL);
 
         QTRY_COMPARE(m_access->stopCount(), size_t(1));
         settle();
@@ -227,6 +234,23 @@ private Q_SLOTS:
         QTRY_COMPARE(m_access->stopCount(), size_t(1));
     }
 
+    void itIsToldWhetherASessionIsKept()
+    {
+        makeOpener(1min);
+        const auto one = card("ONE", HasDCIM);
+        m_sessions->saveSoon(
+            {.volumeUUID = one.volumeUUID, .savedAt = QDateTime::currentDateTime()});
+
+        m_opener->ask(one);
+        QTRY_COMPARE(m_told, QStringList(u"answered ONE, resumable"_s));
+        m_told.clear();
+        m_opener->findUsable({one});
+        QTRY_COMPARE(m_told, QStringList(u"found ONE, resumable"_s));
+        m_told.clear();
+        m_opener->requestAccess(one);
+        QTRY_COMPARE(m_told, QStringList(u"granted ONE, resumable"_s));
+    }
+
 private:
     enum Content { HasNothing, HasDCIM };
 
@@ -241,10 +265,12 @@ private:
 
     void makeOpener(std::chrono::milliseconds patience)
     {
-        m_opener = std::make_unique<CardOpener>(m_access, std::make_shared<GatedFiles>(), patience);
+        m_opener = std::make_unique<CardOpener>(m_access, std::make_shared<GatedFiles>(),
+                                                *m_sessions, patience);
         const auto note = [this](const QString &what) {
             return [this, what](const CardProbe &probe) {
-                m_told.append(what + u' ' + probe.card.name);
+                m_told.append(what + u' ' + probe.card.name +
+                              (probe.hasSession ? u", resumable"_s : QString()));
             };
         };
         connect(m_opener.get(), &CardOpener::found, this, note(u"found"_s));
@@ -257,6 +283,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::shared_ptr<FakeAccess> m_access;
+    std::unique_ptr<SessionKeeper> m_sessions;
     std::unique_ptr<CardOpener> m_opener;
     QStringList m_told;
 };

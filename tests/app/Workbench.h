@@ -6,8 +6,10 @@
 #include "app/AppState.h"
 #include "app/KeyHandler.h"
 #include "core/metadata/MetadataReading.h"
+#include "core/store/SessionStore.h"
 #include "platform/settings/UserDefaults.h"
 #include "tests/app/FakeAccess.h"
+#include "tests/app/FakePlayer.h"
 #include "tests/app/FakeVolumes.h"
 #include "tests/app/GatedFiles.h"
 
@@ -28,16 +30,19 @@ public:
                         },
                     .videoFrame = [](const auto &) { return QImage(); }})
     {
-        appState =
-            std::make_unique<AppState>(AppState::Services{.volumes = &volumes,
-                                                          .access = access,
-                                                          .fileManager = files,
-                                                          .reader = std::make_shared<NoMetadata>(),
-                                                          .defaults = &defaults,
-                                                          .pipeline = &pipeline,
-                                                          .screenMaxPixel = [] { return 700; },
-                                                          .patience = patience});
-        keys = std::make_unique<KeyHandler>(*appState);
+        services = {.volumes = &volumes,
+                    .access = access,
+                    .fileManager = files,
+                    .reader = std::make_shared<NoMetadata>(),
+                    .defaults = &defaults,
+                    .pipeline = &pipeline,
+                    .videoPlayer = [this](const auto &url) { return playerOf(url); },
+                    .screenMaxPixel = [] { return 700; },
+                    .sessionFolder = m_root / "sessions",
+                    .now = [this] { return now; },
+                    .saveDelay = std::chrono::milliseconds(20),
+                    .patience = patience};
+        begin();
     }
 
     ~Workbench()
@@ -46,6 +51,23 @@ public:
         files->removalIsHeld = false;
         access->letAllGo();
     }
+
+    /// A controller that knows nothing but what is stored.
+    void begin()
+    {
+        keys.reset();
+        appState.reset(); // finishes its work first
+        appState = std::make_unique<AppState>(services);
+        keys = std::make_unique<KeyHandler>(*appState);
+    }
+
+    /// What is kept for a card that was mounted by mountCard().
+    [[nodiscard]] std::optional<SessionSnapshot> stored(const std::string &name) const
+    {
+        return store().load(QString::fromStdString("UUID-" + name));
+    }
+
+    [[nodiscard]] SessionStore store() const { return SessionStore(m_root / "sessions"); }
 
     /// The made-up picture of a file tells by its width which file it is of.
     [[nodiscard]] static int widthOfPictures(const std::filesystem::path &url)
@@ -93,6 +115,44 @@ public:
         QTRY_COMPARE(appState->phase(), Phase::culling());
     }
 
+    /// From nothing to a phase; from culling on, all of three shots are rejected. A scan or a
+    /// deletion is held there.
+    void reach(Phase::Kind kind)
+    {
+        using Kind = Phase::Kind;
+        files->scanIsHeld = kind == Kind::Scanning;
+        files->removalIsHeld = kind == Kind::Deleting;
+        appState->start();
+        if (kind == Kind::WaitingForCard) {
+            return;
+        }
+        cardRoot = makeCard("CARD", kind == Kind::NoMedia ? std::vector<std::string>{"notes.txt"}
+                                                          : shots(3));
+        if (kind == Kind::NeedsAccess) {
+            access->closed.insert(cardRoot);
+        }
+        mountCard("CARD", {});
+        QTRY_COMPARE(appState->phase().kind,
+                     kind == Kind::NeedsAccess ? Kind::NeedsAccess : Kind::CardReady);
+        if (kind == Kind::NeedsAccess || kind == Kind::CardReady) {
+            return;
+        }
+        appState->startCulling();
+        if (kind == Kind::Scanning || kind == Kind::NoMedia) {
+            QTRY_COMPARE(appState->phase().kind, kind);
+            return;
+        }
+        QTRY_COMPARE(appState->phase(), Phase::culling());
+        rejectAll();
+        if (kind >= Kind::Review) {
+            appState->finishCulling();
+        }
+        if (kind >= Kind::Deleting) {
+            appState->performDelete();
+        }
+        QTRY_COMPARE(appState->phase().kind, kind);
+    }
+
     void rejectAll() const
     {
         for (const auto &item : appState->session()->items()) {
@@ -119,6 +179,11 @@ private:
         }
     };
 
+    [[nodiscard]] std::unique_ptr<VideoPlayer> playerOf(const std::filesystem::path &url)
+    {
+        return std::make_unique<FakePlayer>(player, url);
+    }
+
     QTemporaryDir m_folder;
     std::filesystem::path m_root;
 
@@ -128,6 +193,9 @@ public:
     FakeVolumes volumes;
     UserDefaults defaults;
     DecodePipeline pipeline;
+    FakePlayer::Log player;
+    QDateTime now = QDateTime::currentDateTimeUtc();
+    AppState::Services services;
     std::unique_ptr<AppState> appState;
     std::unique_ptr<KeyHandler> keys;
     std::filesystem::path cardRoot;
