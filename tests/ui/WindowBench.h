@@ -18,7 +18,7 @@ public:
     explicit WindowBench(QSize size = {1000, 700})
         : monitor({.handleKey = [this](const KeyPress &key) { return keys.handleKey(key); },
                    .isPopupOpen = [this] { return window->property("popupOpen").toBool(); },
-                   .situation = [this] { return quint64(appState.phase().kind); }})
+                   .situation = [this] { return keys.situation(); }})
     {
         QQuickStyle::setStyle(QStringLiteral("Basic"));
         engine.addImportPath(QStringLiteral("qrc:/"));

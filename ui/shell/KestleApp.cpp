@@ -6,6 +6,7 @@
 #include "app/DirectAccess.h"
 #include "core/decode/ScreenMaxPixel.h"
 #include "core/metadata/ExifReader.h"
+#include "core/store/SessionStore.h"
 #include "platform/files/PosixFileManager.h"
 #include "platform/imageio/ImageSource.h"
 #include "platform/media/PosterFrame.h"
@@ -63,21 +64,15 @@ AppState::Services KestleApp::services()
             .defaults = &m_defaults,
             .pipeline = &m_pipeline,
             .cardReads = &m_cardReads,
-            .screenMaxPixel = [this] { return screenMaxPixelOfWindow(); }};
+            .screenMaxPixel = [this] { return screenMaxPixelOfWindow(); },
+            .sessionFolder = SessionStore::defaultDirectory()};
 }
 
 KeyMonitor::Answers KestleApp::keyAnswers()
 {
     return {.handleKey = [this](const KeyPress &key) { return m_keyHandler.handleKey(key); },
             .isPopupOpen = [this] { return m_window && m_window->property("popupOpen").toBool(); },
-            .situation =
-                [this] {
-                    const auto kind = static_cast<quint64>(m_appState.phase().kind);
-                    const bool popupOpen = m_window && m_window->property("popupOpen").toBool();
-                    return kind * 8 + (popupOpen ? 4 : 0) +
-                           (m_appState.confirmingDelete() ? 2 : 0) +
-                           (m_appState.reviewEnlarged() ? 1 : 0);
-                }};
+            .situation = [this] { return m_keyHandler.situation(); }};
 }
 
 int KestleApp::screenMaxPixelOfWindow() const

@@ -65,7 +65,8 @@ static quint32 identityOf(const QKeyEvent &event)
 
 bool KeyMonitor::isConsumed(const QKeyEvent &event)
 {
-    const auto situation = m_answers.situation();
+    const bool isPopupOpen = m_answers.isPopupOpen();
+    const auto situation = m_answers.situation() * 2 + (isPopupOpen ? 1 : 0);
     if (event.isAutoRepeat()) {
         const auto down = m_down.constFind(identityOf(event));
         if (down == m_down.cend() || *down != situation) {
@@ -75,8 +76,7 @@ bool KeyMonitor::isConsumed(const QKeyEvent &event)
     } else {
         m_down.insert(identityOf(event), situation);
     }
-    if (m_answers.isPopupOpen() ||
-        event.modifiers().testAnyFlags(Qt::AltModifier | Qt::MetaModifier)) {
+    if (isPopupOpen || event.modifiers().testAnyFlags(Qt::AltModifier | Qt::MetaModifier)) {
         return false;
     }
     return m_answers.handleKey(keyPressOf(event));

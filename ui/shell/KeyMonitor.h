@@ -28,7 +28,8 @@ public:
         /// True when the key is consumed.
         std::function<bool(const KeyPress &)> handleKey;
         std::function<bool()> isPopupOpen;
-        /// Tells one situation from another: what a held key means must not change under it.
+        /// Another number in another situation: what a held key means must not change under it. A
+        /// popup that opens or closes is another situation of itself.
         std::function<quint64()> situation;
     };
 

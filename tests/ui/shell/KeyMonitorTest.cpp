@@ -143,7 +143,6 @@ private Q_SLOTS:
         rig.consumes = true;
         rig.press(Qt::Key_Return);
         rig.popupIsOpen = true;
-        rig.situation = 2;
 
         QVERIFY(rig.repeat(Qt::Key_Return));
     }
