@@ -11,6 +11,9 @@
 #include <QPointer>
 #include <QtConcurrent/qtconcurrentrun.h>
 
+/// A scan whose card hangs keeps its thread, and must hold up no other.
+static constexpr int scansAtOnce = 32;
+
 ScanRun::ScanRun(std::shared_ptr<const FileManager> fileManager,
                  std::shared_ptr<const MetadataReading> reader, SessionKeeper &sessions,
                  QObject *parent)
@@ -19,6 +22,7 @@ ScanRun::ScanRun(std::shared_ptr<const FileManager> fileManager,
     , m_reader(std::move(reader))
     , m_sessions(sessions)
 {
+    m_pool.setMaxThreadCount(scansAtOnce);
 }
 
 ScanRun::~ScanRun()

@@ -62,6 +62,23 @@ private Q_SLOTS:
         QVERIFY(!app().hasSession());
     }
 
+    void scansThatHangHoldUpNoOther()
+    {
+        app().start();
+        for (int number = 0; number < 12; ++number) { // more than any pool's usual threads
+            const auto root = m_bench->mountCard("HANGS", Workbench::shots(1));
+            QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+            m_bench->files->holdScanOf(root);
+            app().startCulling();
+            m_bench->volumes.unmount(root);
+            QTRY_COMPARE(app().phase(), Phase::waitingForCard());
+        }
+
+        m_bench->cullCard(2);
+
+        QCOMPARE(app().phase(), Phase::culling());
+    }
+
     void leavingTheScanIgnoresItsResult()
     {
         app().start();

@@ -18,7 +18,23 @@ public:
     regularFilesBelow(const std::filesystem::path &folder) const override
     {
         waitWhile(scanIsHeld);
+        while (isScanHeld(folder)) {
+            QThread::msleep(1);
+        }
         return ForwardingFiles::regularFilesBelow(folder);
+    }
+
+    /// Scans of the card at @p root do not end until letScansGo().
+    void holdScanOf(const std::filesystem::path &root)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_heldScans.insert(root);
+    }
+
+    void letScansGo()
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_heldScans.clear();
     }
 
     bool isReadOnly(const std::filesystem::path &folder) const override
@@ -73,6 +89,13 @@ private:
         }
     }
 
+    bool isScanHeld(const std::filesystem::path &folder) const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_heldScans.contains(folder.parent_path());
+    }
+
     mutable std::mutex m_mutex;
+    std::set<std::filesystem::path> m_heldScans;
     std::set<std::filesystem::path> m_readOnly;
 };

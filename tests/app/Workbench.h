@@ -48,6 +48,7 @@ public:
     ~Workbench()
     {
         files->scanIsHeld = false;
+        files->letScansGo();
         files->removalIsHeld = false;
         access->letAllGo();
     }
@@ -109,6 +110,12 @@ public:
     void cull(int count)
     {
         appState->start();
+        cullCard(count);
+    }
+
+    /// From a controller that has been started.
+    void cullCard(int count)
+    {
         cardRoot = mountCard("CARD", shots(count));
         QTRY_COMPARE(appState->phase(), Phase::cardReady(false));
         appState->startCulling();
