@@ -3,7 +3,7 @@
 
 // Saves one snapshot or tells which one is there, for a test that breaks the saving from outside.
 //
-// usage: save-session save FOLDER NUMBER    exit status 1 when the save threw
+// usage: save-session save FOLDER NUMBER    exit status 3 when the save threw
 //        save-session load FOLDER           prints the number, "none" or "half"
 
 #include "core/store/SessionStore.h"
@@ -45,7 +45,7 @@ static int save(const char *folder, qint64 number)
     try {
         SessionStore(folder).save(snapshot);
     } catch (const std::system_error &) {
-        status = 1;
+        status = 3;
     }
     mark("mark: end");
     return status;
