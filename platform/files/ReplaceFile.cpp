@@ -51,9 +51,11 @@ void replaceFile(const std::filesystem::path &file, const QByteArray &content)
 {
     const SyncedFolder folder(file.parent_path());
     const auto extension = file.extension().native();
-    auto temporary = (file.parent_path() / file.stem()).native() + ".XXXXXX" + extension;
-    FileDescriptor descriptor(
-        ::mkostemps(temporary.data(), static_cast<int>(extension.size()), O_CLOEXEC));
+    std::string temporary;
+    FileDescriptor descriptor(uninterrupted([&] {
+        temporary = (file.parent_path() / file.stem()).native() + ".XXXXXX" + extension;
+        return ::mkostemps(temporary.data(), static_cast<int>(extension.size()), O_CLOEXEC);
+    }));
     if (!descriptor.isOpen()) {
         throwLastError("mkostemps");
     }

@@ -4,14 +4,12 @@
 #include "tools/kestle-probe/ScanCommand.h"
 
 #include "core/card/CardScanner.h"
-#include "core/metadata/ExifReader.h"
 #include "platform/files/PosixFileManager.h"
+#include "tools/kestle-probe/ScannedCard.h"
 
-#include <QCoroTask>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QThreadPool>
 
 #include <cstdio>
 
@@ -48,17 +46,13 @@ ExitStatus scanCommand(const QStringList &arguments)
         return BadUsage;
     }
     const Location card(arguments.first().toStdString());
-    const auto files = std::make_shared<PosixFileManager>();
-    QThreadPool pool;
-    const auto scanned = QCoro::waitFor(
-        CardScanner::scanDetached(&pool, card, files, std::make_shared<ExifReader>()));
 
     QJsonArray enumeration;
-    for (const auto &file : CardScanner::listFiles(card, *files)) {
+    for (const auto &file : CardScanner::listFiles(card, PosixFileManager())) {
         enumeration.append(textBelow(file, card));
     }
     QJsonArray items;
-    for (const auto &item : scanned) {
+    for (const auto &item : scannedCard(card)) {
         items.append(described(item, card));
     }
     const QJsonObject scan = {{u"enumeration"_s, enumeration}, {u"items"_s, items}};

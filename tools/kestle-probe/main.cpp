@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "tools/kestle-probe/DecodeCommand.h"
+#include "tools/kestle-probe/InventoryCommand.h"
 #include "tools/kestle-probe/MetadataCommand.h"
 #include "tools/kestle-probe/ScanCommand.h"
 
@@ -19,6 +20,7 @@ struct Command {
 
 constexpr Command commands[] = {
     {u"scan", "scan CARD", scanCommand},
+    {u"inventory", "inventory CARD", inventoryCommand},
     {u"metadata", "metadata FILE...", metadataCommand},
     {u"decode", "decode [--max-pixel N] FILE [OUT.png]", decodeCommand},
     {u"thumbnail", "thumbnail FILE [OUT.png]", thumbnailCommand},
