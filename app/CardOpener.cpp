@@ -57,27 +57,30 @@ void CardOpener::findUsable(const QList<CardInfo> &cards)
 {
     cancel();
     m_search = Search{.cards = cards};
-    for (const auto &card : cards) {
-        question(card);
-    }
+    question(cards);
 }
 
 void CardOpener::ask(const CardInfo &card)
 {
     cancel();
     m_wanted = card;
-    question(card);
+    question({card});
 }
 
-void CardOpener::question(const CardInfo &card)
+void CardOpener::question(const QList<CardInfo> &cards)
 {
-    if (std::ranges::any_of(m_questions, isVolumeOf(card))) {
-        return;
+    QList<Question> asked;
+    for (const auto &card : cards) {
+        if (std::ranges::none_of(m_questions, isVolumeOf(card))) {
+            asked.append({.card = card, .number = ++m_questionNumber});
+            m_questions.append(asked.last());
+        }
     }
-    const auto number = ++m_questionNumber;
-    m_questions.append({.card = card, .number = number});
-    QTimer::singleShot(m_patience, this, [this, number] { passOver(number); });
-    awaitAnswer(card, number);
+    // An answer may be there at once, and must find the others waited for.
+    for (const auto &[card, number, isOverdue] : asked) {
+        QTimer::singleShot(m_patience, this, [this, late = number] { passOver(late); });
+        awaitAnswer(card, number);
+    }
 }
 
 QCoro::Task<> CardOpener::awaitAnswer(CardInfo card, qint64 number)

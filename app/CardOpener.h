@@ -64,7 +64,7 @@ private:
         QList<CardProbe> answers = {};
     };
 
-    void question(const CardInfo &card);
+    void question(const QList<CardInfo> &cards);
     QCoro::Task<> awaitAnswer(CardInfo card, qint64 number);
     [[nodiscard]] bool isAsked(qint64 number) const;
     QCoro::Task<> awaitGrant(CardInfo card);

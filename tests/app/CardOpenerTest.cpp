@@ -61,6 +61,20 @@ private Q_SLOTS:
         QTRY_COMPARE(m_told, QStringList(u"found TWO"_s));
     }
 
+    void whoAnswersAtOnceIsNotPreferred()
+    {
+        makeOpener(1min);
+        const auto closed = card("ONE", HasDCIM);
+        const auto usable = card("TWO", HasDCIM);
+        m_access->closed = {closed.volumeURL};
+
+        for (int time = 0; time < 100; ++time) { // whether it answers at once, is chance
+            m_opener->findUsable({closed, usable});
+            QVERIFY(QTest::qWaitFor([this] { return !m_told.isEmpty(); }));
+            QCOMPARE(m_told.takeFirst(), u"found TWO"_s);
+        }
+    }
+
     void aSlowCardBehindAUsableOneIsNotWaitedFor()
     {
         makeOpener(1min);
