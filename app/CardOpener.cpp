@@ -137,6 +137,7 @@ void CardOpener::hear(const CardProbe &probe)
 void CardOpener::decide()
 {
     std::optional<CardProbe> best;
+    bool isOver = true;
     for (const auto &card : m_search->cards) {
         const auto answer = std::ranges::find_if(m_search->answers, isVolumeOf(card));
         if (answer == m_search->answers.end()) {
@@ -144,6 +145,7 @@ void CardOpener::decide()
             if (asked != m_questions.end() && !asked->isOverdue) {
                 return;
             }
+            isOver = isOver && asked == m_questions.end();
         } else if (answer->isUsable()) {
             best = *answer;
             break;
@@ -151,8 +153,10 @@ void CardOpener::decide()
             best = *answer;
         }
     }
+    if (best || isOver) {
+        m_search.reset(); // and the grants of those that answered in vain
+    }
     if (best) {
-        m_search.reset();
         Q_EMIT found(*best);
     }
 }

@@ -248,6 +248,18 @@ private Q_SLOTS:
         QTRY_COMPARE(m_access->stopCount(), size_t(1));
     }
 
+    void aStoredGrantThatServesNothingEnds()
+    {
+        makeOpener(1min);
+        m_access->closed = {card("EMPTY").volumeURL};
+        m_access->bookmarks[u"UUID-EMPTY"_s] = card("EMPTY").volumeURL;
+
+        m_opener->findUsable({card("EMPTY")});
+
+        QTRY_COMPARE(m_access->stopCount(), size_t(1));
+        QVERIFY(m_told.isEmpty());
+    }
+
     void itIsToldWhetherASessionIsKept()
     {
         makeOpener(1min);
