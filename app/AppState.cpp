@@ -338,7 +338,9 @@ void AppState::undoDecision()
     if (m_now.session->currentIndex() != previousIndex) {
         dropVideoPlayer();
     }
-    clampReviewSelection();
+    if (m_now.phase.kind == Kind::Review) {
+        clampReviewSelection();
+    }
     recordChange();
     prefetchCurrent();
 }

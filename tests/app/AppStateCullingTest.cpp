@@ -209,6 +209,18 @@ private Q_SLOTS:
         QCOMPARE(app().reviewSelection(), 0);
     }
 
+    void undoWhileCullingLeavesTheSelectionOfTheReviewAlone()
+    {
+        m_bench->cull(2);
+        m_bench->rejectAll();
+        app().setReviewSelection(1);
+
+        app().undoDecision();
+
+        QCOMPARE(app().session()->rejectedCount(), 1);
+        QCOMPARE(app().reviewSelection(), 1);
+    }
+
     void startingAgainOnTheSameCardKeepsThePictures()
     {
         m_bench->cull(2);
