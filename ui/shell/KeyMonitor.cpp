@@ -66,7 +66,10 @@ static quint32 identityOf(const QKeyEvent &event)
 bool KeyMonitor::isConsumed(const QKeyEvent &event)
 {
     const bool isPopupOpen = m_answers.isPopupOpen();
-    const auto situation = m_answers.situation() * 2 + (isPopupOpen ? 1 : 0);
+    // A chord stays one when its modifier is let go first.
+    constexpr auto chordModifiers = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const auto chord = quint64((event.modifiers() & chordModifiers).toInt());
+    const auto situation = m_answers.situation() * 2 + (isPopupOpen ? 1 : 0) + chord;
     if (event.isAutoRepeat()) {
         const auto down = m_down.constFind(identityOf(event));
         if (down == m_down.cend() || *down != situation) {

@@ -40,8 +40,10 @@ QChar latinKey(int key, quint32 scanCode)
     }
     // Qt names the keys of other scripts by their code points; its own names lie above those.
     const bool isCodePoint = key > 0 && key < Qt::Key_Escape;
-    if (!isCodePoint || !QChar::isLetter(char32_t(key)) ||
-        QChar::script(char32_t(key)) == QChar::Script_Latin) {
+    const auto codePoint = char32_t(isCodePoint ? key : 0);
+    // Some scripts have marks on keys of their own, where others have letters.
+    const bool isLetter = QChar::isLetter(codePoint) || QChar::isMark(codePoint);
+    if (!isLetter || QChar::script(char32_t(key)) == QChar::Script_Latin) {
         return {};
     }
     return letterAt(scanCode);

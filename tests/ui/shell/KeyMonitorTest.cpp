@@ -65,6 +65,9 @@ private Q_SLOTS:
         QTest::newRow("Greek on Z") << 0x0396 << 52U << QChar(u'z');
         QTest::newRow("Hebrew on U") << 0x05D5 << 30U << QChar(u'u');
         QTest::newRow("Cyrillic on L") << 0x0414 << 46U << QChar(u'l');
+        QTest::newRow("a Devanagari mark on X") << 0x0902 << 53U << QChar(u'x');
+        QTest::newRow("a Thai mark on U") << 0x0E35 << 30U << QChar(u'u');
+        QTest::newRow("a Thai mark on J") << 0x0E48 << 44U << QChar(u'j');
         QTest::newRow("Cyrillic on a key without a letter") << 0x0416 << 47U << QChar();
         QTest::newRow("a Latin letter goes by its name") << int(Qt::Key_Y) << 52U << QChar(u'y');
         QTest::newRow("an accented Latin letter is none") << 0xC4 << 53U << QChar();
@@ -137,6 +140,51 @@ private Q_SLOTS:
         QCOMPARE(rig.handled, 2);
     }
 
+    void aChordStaysOneWhenItsModifierIsLetGoFirst_data()
+    {
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::newRow("Ctrl") << Qt::KeyboardModifiers(Qt::ControlModifier);
+        QTest::newRow("Alt") << Qt::KeyboardModifiers(Qt::AltModifier);
+        QTest::newRow("Meta") << Qt::KeyboardModifiers(Qt::MetaModifier);
+    }
+
+    void aChordStaysOneWhenItsModifierIsLetGoFirst()
+    {
+        QFETCH(const Qt::KeyboardModifiers, modifiers);
+        Rig rig;
+        rig.press(Qt::Key_X, modifiers);
+        const int handled = rig.handled;
+
+        QVERIFY(rig.repeat(Qt::Key_X));
+        QVERIFY(rig.repeat(Qt::Key_X));
+
+        QCOMPARE(rig.handled, handled);
+    }
+
+    void shiftMakesNoChord()
+    {
+        Rig rig;
+        rig.consumes = true;
+        rig.press(Qt::Key_X, Qt::ShiftModifier);
+
+        QVERIFY(rig.repeat(Qt::Key_X));
+
+        QCOMPARE(rig.handled, 2);
+    }
+
+    void aWindowThatLosesTheKeyboardForgetsWhatIsHeld()
+    {
+        Rig rig;
+        rig.consumes = true;
+        rig.press(Qt::Key_X);
+        QFocusEvent lost(QEvent::FocusOut);
+        QCoreApplication::sendEvent(&rig.window, &lost);
+
+        QVERIFY(rig.repeat(Qt::Key_X));
+
+        QCOMPARE(rig.handled, 1);
+    }
+
     void aHeldKeyDoesNotReachAPopupThatItOpened()
     {
         Rig rig;
@@ -171,7 +219,10 @@ private:
             return send(QEvent::KeyPress, key, modifiers, false);
         }
 
-        bool repeat(Qt::Key key) { return send(QEvent::KeyPress, key, {}, true); }
+        bool repeat(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+        {
+            return send(QEvent::KeyPress, key, modifiers, true);
+        }
 
         void release(Qt::Key key) { send(QEvent::KeyRelease, key, {}, false); }
 
