@@ -8,6 +8,7 @@
 #include "platform/files/PrivateFolder.h"
 #include "platform/files/ReadFile.h"
 #include "platform/files/ReplaceFile.h"
+#include "platform/files/SyncedFolder.h"
 
 #include <QCryptographicHash>
 #include <QStringList>
@@ -59,6 +60,16 @@ static std::vector<fs::path> snapshotFilesIn(const fs::path &directory)
     return error ? std::vector<fs::path>() : files;
 }
 
+static std::optional<SyncedFolder> heldAlone(const fs::path &directory)
+{
+    try {
+        SyncedFolder folder(directory);
+        return folder.holdAlone() ? std::optional(std::move(folder)) : std::nullopt;
+    } catch (const std::system_error &) {
+        return std::nullopt;
+    }
+}
+
 // QStandardPaths would take a relative XDG_DATA_HOME, which does not count, and the root of the
 // file system for the home of a user who has none.
 fs::path SessionStore::defaultDirectory()
@@ -106,6 +117,10 @@ void SessionStore::deleteSnapshot(const QString &volumeUUID) const
 
 void SessionStore::prune(int days, const QDateTime &now) const
 {
+    const auto folder = heldAlone(m_directory);
+    if (!folder) {
+        return; // somebody saves; the next start prunes as well
+    }
     const auto cutoff = now.addSecs(-24 * 3600 * qint64(days));
     for (const auto &file : snapshotFilesIn(m_directory)) {
         const auto snapshot = snapshotIn(file);

@@ -43,8 +43,8 @@ public:
 
     /// Removes snapshots that were saved more than @p days days before @p now, and those that
     /// cannot be read: they can never be resumed. Files that do not end in ".json" stay, and so do
-    /// folders; of a link, only the link is removed. Not while another thread saves: a snapshot
-    /// half written looks damaged, and its save would fail.
+    /// folders; of a link, only the link is removed. Does nothing while somebody saves, in this
+    /// process or another: a snapshot that is half written looks damaged.
     void prune(int days, const QDateTime &now) const;
 
     /// Tells whether a card holds the same items: 64 lower-case hexadecimal digits over their ids

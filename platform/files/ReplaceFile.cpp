@@ -50,6 +50,7 @@ static void writeDurably(FileDescriptor file, std::string_view content)
 void replaceFile(const std::filesystem::path &file, const QByteArray &content)
 {
     const SyncedFolder folder(file.parent_path());
+    folder.holdWithOthers(); // who sweeps the folder takes a file that is half written for litter
     const auto extension = file.extension().native();
     std::string temporary;
     FileDescriptor descriptor(uninterrupted([&] {

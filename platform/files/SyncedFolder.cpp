@@ -6,6 +6,7 @@
 #include "platform/files/SystemCall.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 static FileDescriptor openedFolder(const std::filesystem::path &path)
@@ -22,6 +23,16 @@ static FileDescriptor openedFolder(const std::filesystem::path &path)
 SyncedFolder::SyncedFolder(const std::filesystem::path &path)
     : m_descriptor(openedFolder(path))
 {
+}
+
+void SyncedFolder::holdWithOthers() const
+{
+    (void)uninterrupted([this] { return ::flock(m_descriptor.number(), LOCK_SH); });
+}
+
+bool SyncedFolder::holdAlone() const
+{
+    return ::flock(m_descriptor.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 void SyncedFolder::sync() const

@@ -15,6 +15,13 @@ public:
     /// directory.
     explicit SyncedFolder(const std::filesystem::path &path);
 
+    /// While this lives, nobody gets the folder for itself; see holdAlone().
+    void holdWithOthers() const;
+
+    /// Holds the folder alone while this lives; false when somebody else holds it. Between
+    /// processes too, but not where the file system knows no locks.
+    [[nodiscard]] bool holdAlone() const;
+
     /// Waits until the folder's entries are on the disk; throws std::system_error when that fails.
     void sync() const;
 

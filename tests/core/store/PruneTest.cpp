@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Kestle contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/files/SyncedFolder.h"
 #include "tests/core/store/TemporaryStore.h"
 
 #include <QTest>
@@ -180,6 +181,21 @@ private Q_SLOTS:
         store().prune(30, noon);
 
         QVERIFY(m_folder->names().isEmpty());
+    }
+
+    void pruneWaitsForTheNextStartWhileSomebodySaves()
+    {
+        m_folder->add("half.json", "{");
+        {
+            const SyncedFolder folder(m_folder->directory());
+            folder.holdWithOthers(); // as a save does, in whatever process
+
+            store().prune(30, noon);
+            QVERIFY(m_folder->has("half.json"));
+        }
+        store().prune(30, noon);
+
+        QVERIFY(!m_folder->has("half.json"));
     }
 
     void pruneWithoutAFolderIsSilent()
