@@ -5,6 +5,7 @@
 
 #include "app/CardAccess.h"
 #include "core/card/DeleteEngine.h"
+#include "core/model/SharedNames.h"
 #include "platform/checks/Precondition.h"
 #include "platform/settings/UserDefaults.h"
 #include "platform/volumes/MountedVolumes.h"
@@ -35,9 +36,15 @@ AppState::AppState(Services services, QObject *parent)
 
 AppState::~AppState()
 {
+    finish();
+}
+
+void AppState::finish()
+{
     m_volumeWatcher.reset();
-    m_deletion.stop(); // all are told before one is waited for
     m_scan.stop();
+    m_deletion.finish();
+    m_sessions.finish();
 }
 
 // What is observed
@@ -59,27 +66,26 @@ void AppState::endOperation()
 
 void AppState::tellChangesSince(const Observed &before)
 {
-    const Observed now = m_now;
     const auto tell = [this](bool changed, void (AppState::*signal)()) {
         if (changed) {
             Q_EMIT(this->*signal)();
         }
     };
-    tell(before.availableCards != now.availableCards, &AppState::availableCardsChanged);
-    tell(before.card != now.card, &AppState::cardChanged);
-    tell(before.cardIsReadOnly != now.cardIsReadOnly, &AppState::cardIsReadOnlyChanged);
-    tell(before.currentCardIndex() != now.currentCardIndex(), &AppState::currentCardIndexChanged);
-    tell(before.session != now.session, &AppState::sessionChanged);
-    tell(before.changeCount != now.changeCount, &AppState::changeCountChanged);
-    tell(before.zoomed != now.zoomed, &AppState::zoomedChanged);
-    tell(before.zoomPan != now.zoomPan, &AppState::zoomPanChanged);
-    tell(before.showExifBar != now.showExifBar, &AppState::showExifBarChanged);
-    tell(before.reviewSelection != now.reviewSelection, &AppState::reviewSelectionChanged);
-    tell(before.reviewEnlarged != now.reviewEnlarged, &AppState::reviewEnlargedChanged);
-    tell(before.videoPlayer != now.videoPlayer, &AppState::videoPlayerChanged);
-    tell(before.confirmingDelete != now.confirmingDelete, &AppState::confirmingDeleteChanged);
-    tell(before.phase != now.phase, &AppState::phaseChanged);
-    tell(before.canSwitchCards() != now.canSwitchCards(), &AppState::canSwitchCardsChanged);
+    tell(before.availableCards != m_now.availableCards, &AppState::availableCardsChanged);
+    tell(before.card != m_now.card, &AppState::cardChanged);
+    tell(before.cardIsReadOnly != m_now.cardIsReadOnly, &AppState::cardIsReadOnlyChanged);
+    tell(before.currentCardIndex() != m_now.currentCardIndex(), &AppState::currentCardIndexChanged);
+    tell(before.session != m_now.session, &AppState::sessionChanged);
+    tell(before.changeCount != m_now.changeCount, &AppState::changeCountChanged);
+    tell(before.zoomed != m_now.zoomed, &AppState::zoomedChanged);
+    tell(before.zoomPan != m_now.zoomPan, &AppState::zoomPanChanged);
+    tell(before.showExifBar != m_now.showExifBar, &AppState::showExifBarChanged);
+    tell(before.reviewSelection != m_now.reviewSelection, &AppState::reviewSelectionChanged);
+    tell(before.reviewEnlarged != m_now.reviewEnlarged, &AppState::reviewEnlargedChanged);
+    tell(before.videoPlayer != m_now.videoPlayer, &AppState::videoPlayerChanged);
+    tell(before.confirmingDelete != m_now.confirmingDelete, &AppState::confirmingDeleteChanged);
+    tell(before.phase != m_now.phase, &AppState::phaseChanged);
+    tell(before.canSwitchCards() != m_now.canSwitchCards(), &AppState::canSwitchCardsChanged);
 }
 
 QString AppState::cardName() const
@@ -332,17 +338,29 @@ void AppState::undoDecision()
         return;
     }
     const auto previousIndex = m_now.session->currentIndex();
+    const auto lookedAt = idLookedAt();
     if (!m_now.session->undo()) {
         return;
     }
-    if (m_now.session->currentIndex() != previousIndex) {
-        dropVideoPlayer();
-    }
     if (m_now.phase.kind == Kind::Review) {
         clampReviewSelection();
+        m_now.reviewEnlarged = m_now.reviewEnlarged && m_now.session->hasRejects();
+    }
+    if (m_now.session->currentIndex() != previousIndex || idLookedAt() != lookedAt) {
+        dropVideoPlayer();
     }
     recordChange();
     prefetchCurrent();
+}
+
+/// Of the item that is shown large: in the review the selected reject, else the current one.
+QString AppState::idLookedAt() const
+{
+    if (m_now.phase.kind == Kind::Review) {
+        return m_now.session->rejectedItems().value(m_now.reviewSelection).id;
+    }
+    const auto *item = m_now.session->currentItem();
+    return item ? item->id : QString();
 }
 
 void AppState::finishCulling()
@@ -360,15 +378,24 @@ void AppState::goToReview()
 {
     if (m_now.session && !isDeleting()) {
         const Operation operation(*this);
+        stayWithSession();
         m_now.confirmingDelete = false;
         finishCulling();
     }
+}
+
+/// Whoever works on this card wishes for no other, and for no other look at it.
+void AppState::stayWithSession()
+{
+    m_opener.cancel();
+    m_scan.stop();
 }
 
 void AppState::backToCulling()
 {
     if (m_now.session && !isDeleting()) {
         const Operation operation(*this);
+        stayWithSession();
         dropVideoPlayer();
         m_now.confirmingDelete = false;
         m_now.reviewEnlarged = false;
@@ -392,6 +419,7 @@ void AppState::backToCardScreen()
 void AppState::leaveCulling()
 {
     const Operation operation(*this);
+    m_scan.stop();
     dropVideoPlayer();
     recordChange();
     m_now.phase = Phase::cardReady(true);
@@ -464,10 +492,18 @@ void AppState::performDelete()
     }
     const Operation operation(*this);
     const auto rejects = m_now.session->rejectedItems();
+    const auto endangered =
+        rejectsWithKeptHeirs(m_now.session->items(), m_now.session->rejectedIDs());
     const DeletionRun::Job job = {.volumeURL = m_now.card->volumeURL,
                                   .selection = m_selection,
                                   .rejects = rejects,
+                                  .endangeredIDs = endangered,
                                   .keptCount = m_now.session->items().size() - rejects.size()};
+    // If nobody hears of the result, what is kept must not make rejects of other files.
+    if (!endangered.isEmpty()) {
+        m_sessions.saveNow(
+            snapshotOf(m_now.session->rejectedIDs() - endangered, m_now.session->currentIndex()));
+    }
     dropVideoPlayer();
     m_now.confirmingDelete = false;
     m_now.phase = Phase::deleting(0, job.fileCount());
@@ -488,9 +524,10 @@ void AppState::finishDelete(const DeletionRun::Job &job, const DeleteResult &res
         return; // the store belongs to another card by now
     }
     const Operation operation(*this);
-    const auto failedIDs = DeleteEngine::failedItemIDs(job.rejects, result);
+    const auto failed = DeleteEngine::failedItemIDs(job.rejects, result);
+    const auto failedIDs = QSet<QString>(failed.begin(), failed.end()) - job.endangeredIDs;
     if (!failedIDs.isEmpty()) {
-        m_lastSnapshot = snapshotOf(QSet<QString>(failedIDs.begin(), failedIDs.end()), 0);
+        m_lastSnapshot = snapshotOf(failedIDs, 0);
         m_sessions.saveNow(*m_lastSnapshot);
     } else {
         m_lastSnapshot.reset();

@@ -93,8 +93,13 @@ public:
     };
 
     explicit AppState(Services services, QObject *parent = nullptr);
-    /// Ends a scan early, and a deletion after the file in hand and its folder.
+    /// Ends a scan early, and a deletion after the file in hand and its folder. Waits for the cards
+    /// that are being asked or read, also for one that hangs.
     ~AppState() override;
+
+    /// Stops all work, and waits for what must not be cut short: a deletion until the file in hand
+    /// and its folder are done, and saves that have been begun. Nothing may be called afterwards.
+    void finish();
 
     [[nodiscard]] const Phase &phase() const { return m_now.phase; }
 
@@ -246,7 +251,9 @@ private:
     void cullItems(const ScanRun::Result &scanned);
     [[nodiscard]] SessionSnapshot snapshotOf(const QSet<QString> &rejectedIDs,
                                              qint64 currentIndex) const;
+    [[nodiscard]] QString idLookedAt() const;
     void clampReviewSelection();
+    void stayWithSession();
     void showProgress(qint64 done, qint64 total);
     void finishDelete(const DeletionRun::Job &job, const DeleteResult &result);
     [[nodiscard]] bool isDeleting() const;

@@ -43,6 +43,7 @@ void CardOpener::cancel()
     ++m_wish;
     m_search.reset();
     m_wanted.reset();
+    m_grantAsked.reset();
 }
 
 void CardOpener::forgetAllBut(const QList<CardInfo> &mounted)
@@ -163,7 +164,11 @@ void CardOpener::decide()
 
 void CardOpener::requestAccess(const CardInfo &card)
 {
+    if (m_grantAsked && isSameVolume(*m_grantAsked, card)) {
+        return;
+    }
     cancel();
+    m_grantAsked = card;
     awaitGrant(card);
 }
 
@@ -175,7 +180,11 @@ QCoro::Task<> CardOpener::awaitGrant(CardInfo card)
         return CardProbe::granted(card, access, *files);
     };
     auto probe = co_await QtConcurrent::run(&m_pool, request);
-    if (!self || !probe) {
+    if (!self || wish != m_wish) {
+        co_return;
+    }
+    if (!probe) {
+        m_grantAsked.reset();
         co_return;
     }
     if (probe->hasDCIM) {
@@ -186,6 +195,7 @@ QCoro::Task<> CardOpener::awaitGrant(CardInfo card)
         probe->hasSession = kept.snapshot.has_value();
     }
     if (wish == m_wish) {
+        m_grantAsked.reset();
         Q_EMIT granted(*probe);
     }
 }

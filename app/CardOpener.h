@@ -38,7 +38,8 @@ public:
     /// Asks @p card, and tells its answer by answered().
     void ask(const CardInfo &card);
 
-    /// Asks the user for access to @p card, and tells what is granted by granted().
+    /// Asks the user for access to @p card, and tells what is granted by granted(). Nothing new
+    /// happens while the user is being asked for it.
     void requestAccess(const CardInfo &card);
 
     /// Forgets the newest wish.
@@ -83,6 +84,7 @@ private:
     // The newest wish is one of these, or for a grant.
     std::optional<Search> m_search;
     std::optional<CardInfo> m_wanted;
+    std::optional<CardInfo> m_grantAsked;
     qint64 m_wish = 0; ///< counts wishes
 
     QThreadPool m_pool{this};

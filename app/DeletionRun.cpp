@@ -9,6 +9,9 @@
 #include <QPointer>
 #include <QtConcurrent/qtconcurrentrun.h>
 
+/// A run whose card hangs keeps its thread, and must hold up no other card.
+static constexpr int runsAtOnce = 32;
+
 qint64 DeletionRun::Job::fileCount() const
 {
     return static_cast<qint64>(DeleteEngine::urls(rejects).size());
@@ -18,13 +21,20 @@ DeletionRun::DeletionRun(std::shared_ptr<const FileManager> fileManager, QObject
     : QObject(parent)
     , m_fileManager(std::move(fileManager))
 {
-    m_pool.setMaxThreadCount(1);
+    m_pool.setMaxThreadCount(runsAtOnce);
 }
 
 DeletionRun::~DeletionRun()
 {
     stop();
     m_pool.waitForDone();
+}
+
+void DeletionRun::finish()
+{
+    auto work = m_work;
+    stop();
+    work.waitForFinished();
 }
 
 void DeletionRun::start(const Job &job)
@@ -39,6 +49,7 @@ void DeletionRun::stop()
 {
     ++m_run;
     m_stop.request_stop();
+    m_work = {};
 }
 
 QCoro::Task<> DeletionRun::run(Job job, std::stop_token stop)
@@ -54,10 +65,12 @@ QCoro::Task<> DeletionRun::run(Job job, std::stop_token stop)
         return DeleteEngine::deleteFiles(DeleteEngine::urls(job.rejects), job.volumeURL, *files,
                                          progress, stop);
     };
-    const auto result = co_await QtConcurrent::run(&m_pool, work);
+    m_work = QtConcurrent::run(&m_pool, work);
+    const auto result = co_await QFuture(m_work);
     if (!self || number != m_run) {
         co_return;
     }
+    m_work = {};
     ++m_run; // progress that is still on its way comes too late
     Q_EMIT finished(job, result);
 }

@@ -7,8 +7,10 @@
 #include "core/model/MediaItem.h"
 
 #include <QCoroTask>
+#include <QFuture>
 #include <QList>
 #include <QObject>
+#include <QSet>
 #include <QThreadPool>
 
 #include <memory>
@@ -16,7 +18,7 @@
 
 class FileManager;
 
-/// Deletes rejects from a card on a thread of its own, one run after the other. Main thread only.
+/// Deletes rejects from a card on a thread of its own. Main thread only.
 ///
 /// A run that is stopped still finishes the file in hand and brings its folder onto the card, but
 /// tells nothing any more; nobody waits for it but the destructor.
@@ -29,14 +31,18 @@ public:
         std::filesystem::path volumeURL = {};
         qint64 selection = 0; ///< of the card, as its owner counts them
         QList<MediaItem> rejects = {};
-        qint64 keptCount = 0; ///< items that are not rejected
+        QSet<QString> endangeredIDs = {}; ///< of rejects that no decision may be remembered by
+        qint64 keptCount = 0;             ///< items that are not rejected
 
         [[nodiscard]] qint64 fileCount() const;
     };
 
     explicit DeletionRun(std::shared_ptr<const FileManager> fileManager, QObject *parent = nullptr);
-    /// Stops the run.
     ~DeletionRun() override;
+
+    /// Stops the run and waits for its end; not for those that were stopped before, whose cards may
+    /// hang.
+    void finish();
 
     /// Stops a run that is going on.
     void start(const Job &job);
@@ -54,7 +60,8 @@ private:
 
     std::shared_ptr<const FileManager> m_fileManager;
     std::stop_source m_stop;
-    qint64 m_run = 0;  ///< counts runs and their ends; only the newest is told
-    qint64 m_done = 0; ///< files, as told last
+    qint64 m_run = 0;             ///< counts runs and their ends; only the newest is told
+    qint64 m_done = 0;            ///< files, as told last
+    QFuture<DeleteResult> m_work; ///< of a run that is going on
     QThreadPool m_pool{this};
 };

@@ -6,6 +6,8 @@
 #include "app/AppState.h"
 #include "app/KeyHandler.h"
 
+#include <utility>
+
 using Kind = Phase::Kind;
 
 MenuCommands::MenuCommands(AppState &appState, KeyHandler &keyHandler, QObject *parent)
@@ -13,10 +15,18 @@ MenuCommands::MenuCommands(AppState &appState, KeyHandler &keyHandler, QObject *
     , m_appState(appState)
     , m_keyHandler(keyHandler)
 {
-    connect(&appState, &AppState::phaseChanged, this, &MenuCommands::availabilityChanged);
-    connect(&appState, &AppState::sessionChanged, this, &MenuCommands::availabilityChanged);
-    connect(&appState, &AppState::confirmingDeleteChanged, this,
-            &MenuCommands::availabilityChanged);
+    connect(&appState, &AppState::phaseChanged, this, &MenuCommands::tellChanges);
+    connect(&appState, &AppState::sessionChanged, this, &MenuCommands::tellChanges);
+    connect(&appState, &AppState::confirmingDeleteChanged, this, &MenuCommands::tellChanges);
+    m_told = {canUndo(), canFinish(), canGoBack()};
+}
+
+void MenuCommands::tellChanges()
+{
+    const std::array now = {canUndo(), canFinish(), canGoBack()};
+    if (std::exchange(m_told, now) != now) {
+        Q_EMIT availabilityChanged();
+    }
 }
 
 bool MenuCommands::canUndo() const

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <array>
+
 class AppState;
 class KeyHandler;
 
@@ -32,6 +34,9 @@ Q_SIGNALS:
     void availabilityChanged();
 
 private:
+    void tellChanges();
+
     AppState &m_appState;
     KeyHandler &m_keyHandler;
+    std::array<bool, 3> m_told = {}; ///< what was available when it was told last
 };

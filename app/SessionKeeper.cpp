@@ -86,6 +86,13 @@ SessionKeeper::SessionKeeper(const std::optional<std::filesystem::path> &folder,
 
 SessionKeeper::~SessionKeeper()
 {
+    finish();
+}
+
+void SessionKeeper::finish()
+{
+    m_delay.stop();
+    m_waiting.reset();
     m_queue.waitForDone();
 }
 

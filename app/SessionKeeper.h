@@ -34,8 +34,10 @@ public:
     /// A save waits until @p saveDelay has passed without a newer one.
     SessionKeeper(const std::optional<std::filesystem::path> &folder,
                   std::chrono::milliseconds saveDelay, QObject *parent = nullptr);
-    /// Finishes what has been begun; a save that still waits is given up.
     ~SessionKeeper() override;
+
+    /// Waits for what has been begun; a save that still waits is given up.
+    void finish();
 
     /// Removes what was saved more than @p days days before @p now.
     void prune(int days, const QDateTime &now);

@@ -5,6 +5,7 @@
 #include "demo/SampleVolumes.h"
 #include "demo/card/SampleCard.h"
 #include "ui/shell/KestleApp.h"
+#include "ui/shell/QuitGuard.h"
 
 #include <QCommandLineParser>
 #include <QFile>
@@ -52,6 +53,7 @@ void makeCard(const QString &folder, bool isKept, const QString &secondFolder,
 /// with the program, or in the folder given, where it stays.
 int main(int argc, char **argv)
 {
+    QuitGuard quitGuard;
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(u"Kestle"_s);
     QGuiApplication::setApplicationDisplayName(u"Kestle"_s);
@@ -83,5 +85,9 @@ int main(int argc, char **argv)
     maker.start([folder, isKept, secondFolder = parser.value(u"second-card"_s), volumes] {
         makeCard(folder, isKept, secondFolder, volumes);
     });
-    return QGuiApplication::exec();
+    const int status = QGuiApplication::exec();
+    kestle.finish();
+    maker.waitForDone();
+    quitGuard.arm(KestleApp::patienceAtTheEnd, status);
+    return status;
 }

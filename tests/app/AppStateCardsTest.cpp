@@ -343,6 +343,42 @@ private Q_SLOTS:
         QVERIFY(!app().hasSession());
     }
 
+    void whoGoesBackToCullingWishesForNoOtherCard()
+    {
+        m_bench->cull(2);
+        (void)m_bench->press(KeyPress::Escape);
+        const auto two = m_bench->makeCard("TWO", Workbench::shots(1));
+        m_bench->access->hold(two);
+        m_bench->mountCard("TWO", {});
+        QTRY_VERIFY(app().canSwitchCards());
+        app().cycleCard();
+        app().backToCulling();
+        QCOMPARE(app().phase(), Phase::culling());
+        (void)m_bench->press(KeyPress::Escape);
+
+        m_bench->access->letAllGo();
+
+        QTest::qWait(50);
+        QCOMPARE(app().cardName(), u"CARD"_s);
+    }
+
+    void backToACardWithDecisionsOffersToResume()
+    {
+        m_bench->cull(2);
+        (void)m_bench->press(u"x"_s);
+        (void)m_bench->press(KeyPress::Escape);
+        m_bench->mountCard("TWO", Workbench::shots(1));
+        QTRY_VERIFY(app().canSwitchCards());
+        app().cycleCard();
+        QTRY_COMPARE(app().cardName(), u"TWO"_s);
+        QCOMPARE(app().phase(), Phase::cardReady(false));
+
+        app().cycleCard();
+
+        QTRY_COMPARE(app().cardName(), u"CARD"_s);
+        QCOMPARE(app().phase(), Phase::cardReady(true));
+    }
+
     void cardsAreNotSwitchedWhileCulling()
     {
         m_bench->cull(2);

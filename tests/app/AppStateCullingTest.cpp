@@ -79,6 +79,51 @@ private Q_SLOTS:
         QCOMPARE(app().phase(), Phase::culling());
     }
 
+    void theScanOfACardThatWasSwitchedFromIsIgnored()
+    {
+        app().start();
+        const auto one = m_bench->mountCard("ONE", Workbench::shots(2));
+        QTRY_COMPARE(app().cardName(), u"ONE"_s);
+        const auto two = m_bench->mountCard("TWO", Workbench::shots(3));
+        QTRY_VERIFY(app().canSwitchCards());
+        m_bench->files->holdScanOf(one);
+        m_bench->files->holdScanOf(two);
+        app().startCulling();
+        app().backToCardScreen();
+        app().cycleCard();
+        QTRY_COMPARE(app().cardName(), u"TWO"_s);
+        app().startCulling();
+
+        m_bench->files->letScanGo(one);
+
+        QTest::qWait(50);
+        QCOMPARE(app().phase(), Phase::scanning());
+        m_bench->files->letScanGo(two);
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        QCOMPARE(app().session()->items().size(), 3);
+    }
+
+    void anOlderScanOfTheSameCardIsIgnored()
+    {
+        app().start();
+        const auto root = m_bench->mountCard("ONE", Workbench::shots(2));
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        m_bench->files->holdScanOf(root);
+        app().startCulling();
+        QTRY_COMPARE(m_bench->files->heldScans.load(), 1);
+        app().backToCardScreen();
+        app().startCulling();
+        QTRY_COMPARE(m_bench->files->heldScans.load(), 2);
+        m_bench->makeCard("ONE", {"DSCF0009.JPG"});
+
+        m_bench->files->letScansGo();
+
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        QTest::qWait(50);
+        QCOMPARE(app().phase(), Phase::culling());
+        QCOMPARE(app().session()->items().size(), 3);
+    }
+
     void leavingTheScanIgnoresItsResult()
     {
         app().start();
@@ -194,6 +239,31 @@ private Q_SLOTS:
         QVERIFY(!app().session()->hasRejects());
         app().rescueSelected(); // nothing left
         QVERIFY(!app().session()->hasRejects());
+    }
+
+    void anUndoThatTakesTheLastRejectAwayClosesTheEnlargedOne()
+    {
+        m_bench->cull(1);
+        (void)m_bench->press(u"x"_s);
+        QCOMPARE(app().phase(), Phase::review());
+        (void)m_bench->press(KeyPress::Space);
+        QVERIFY(app().reviewEnlarged());
+
+        app().undoDecision();
+
+        QVERIFY(!app().reviewEnlarged());
+        QVERIFY(m_bench->press(KeyPress::Escape));
+        QCOMPARE(app().phase(), Phase::culling());
+    }
+
+    void anUndoWithoutHistoryRecordsNothing()
+    {
+        m_bench->cull(1);
+        const auto changes = app().changeCount();
+
+        app().undoDecision();
+
+        QCOMPARE(app().changeCount(), changes);
     }
 
     void undoBringsTheLastDecisionBackAndClampsTheSelection()

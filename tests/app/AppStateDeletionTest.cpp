@@ -165,26 +165,99 @@ private Q_SLOTS:
         QCOMPARE(app().phase(), Phase::waitingForCard());
     }
 
-    void progressNeverGoesBack()
+    void progressCountsFileByFileAndEndsWithTheResult()
     {
-        m_bench->cull(9);
+        m_bench->cull(5);
         m_bench->rejectAll();
         app().finishCulling();
-        qint64 last = 0;
-        bool wentBack = false;
-        connect(&app(), &AppState::phaseChanged, this, [&] {
-            if (app().phase().kind == Phase::Kind::Deleting) {
-                wentBack = wentBack || app().phase().doneCount < last;
-                last = app().phase().doneCount;
-            }
-        });
+        QList<Phase> phases;
+        connect(&app(), &AppState::phaseChanged, this, [&] { phases.append(app().phase()); });
+        m_bench->files->removalIsHeld = true;
 
         app().performDelete();
+        m_bench->files->removalIsHeld = false;
 
-        QTRY_COMPARE(app().phase(), Phase::summary(9, 0, 0));
-        QVERIFY(!wentBack);
+        QTRY_COMPARE(app().phase(), Phase::summary(5, 0, 0));
         QTest::qWait(20);
-        QCOMPARE(app().phase(), Phase::summary(9, 0, 0));
+        const QList<Phase> expected = {Phase::deleting(0, 5),  Phase::deleting(1, 5),
+                                       Phase::deleting(2, 5),  Phase::deleting(3, 5),
+                                       Phase::deleting(4, 5),  Phase::deleting(5, 5),
+                                       Phase::summary(5, 0, 0)};
+        QCOMPARE(phases, expected);
+    }
+
+    void aRunJudgesTheRejectsItTookAlong()
+    {
+        m_bench->cull(3);
+        app().session()->toggle(u"100_FUJI/DSCF0001"_s);
+        app().finishCulling();
+        m_bench->files->removalIsHeld = true;
+        m_bench->files->removalsFail = true;
+        app().performDelete();
+
+        app().session()->toggle(u"100_FUJI/DSCF0001"_s);
+        app().session()->toggle(u"100_FUJI/DSCF0002"_s);
+        m_bench->files->removalIsHeld = false;
+
+        QTRY_COMPARE(app().phase(), Phase::summary(0, 1, 2));
+        QTRY_VERIFY(m_bench->stored("CARD"));
+        QCOMPARE(m_bench->stored("CARD")->rejectedIDs, QSet<QString>{u"100_FUJI/DSCF0001"_s});
+        QVERIFY(m_bench->has("DSCF0002.JPG"));
+    }
+
+    void aDeletionThatHangsHoldsUpNoOtherCard()
+    {
+        m_bench->cull(1);
+        m_bench->rejectAll();
+        app().finishCulling();
+        const auto stuck = m_bench->files->cardGate;
+        *stuck = true;
+        app().performDelete();
+        QTRY_COMPARE(m_bench->files->removals.load(), 1);
+        m_bench->volumes.unmount(m_bench->cardRoot);
+        QTRY_COMPARE(app().phase(), Phase::waitingForCard());
+        m_bench->files->cardGate = std::make_shared<std::atomic_bool>(false);
+
+        m_bench->cardRoot = m_bench->mountCard("TWO", Workbench::shots(2));
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        m_bench->rejectAll();
+        app().finishCulling();
+        app().performDelete();
+        QTRY_COMPARE(app().phase(), Phase::summary(2, 0, 0));
+
+        app().finish(); // does not wait for the card that hangs, either
+        *stuck = false;
+    }
+
+    /// With A.HEIC gone, A.JPG is found under its id.
+    void anInterruptedDeletionMakesNoRejectsOfOtherFiles()
+    {
+        app().start();
+        m_bench->cardRoot = m_bench->mountCard("CARD", {"A.JPG", "A.HEIC", "B.JPG"});
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        app().session()->toggle(u"100_FUJI/A"_s);
+        app().session()->toggle(u"100_FUJI/B"_s);
+        app().recordChange();
+        app().finishCulling();
+        m_bench->files->removalIsHeld = true;
+        app().performDelete();
+        QTRY_COMPARE(m_bench->files->removals.load(), 1);
+        m_bench->volumes.unmount(m_bench->cardRoot);
+        QTRY_COMPARE(app().phase(), Phase::waitingForCard());
+        m_bench->files->removalIsHeld = false;
+        QTRY_VERIFY(!m_bench->has("A.HEIC"));
+
+        m_bench->mountCard("CARD", {});
+
+        QTRY_COMPARE(app().phase(), Phase::cardReady(true));
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        QCOMPARE(app().session()->items().size(), 2);
+        QCOMPARE(app().session()->rejectedIDs(), QSet<QString>{u"100_FUJI/B"_s});
     }
 
     void quittingDuringADeletionEndsAfterTheFileInHand()

@@ -51,6 +51,16 @@ private Q_SLOTS:
         QCOMPARE(stored()->savedAt.toSecsSinceEpoch(), m_bench->now.toSecsSinceEpoch());
     }
 
+    void leftAtTheFirstItemIsSavedToo()
+    {
+        m_bench->cull(3);
+
+        (void)m_bench->press(KeyPress::Left);
+
+        QTRY_VERIFY(stored());
+        QCOMPARE(stored()->currentIndex, 0);
+    }
+
     void whatHasNothingToSaveLeavesTheWaitingSaveAlone()
     {
         withSaveDelay(200ms);
@@ -197,7 +207,7 @@ private Q_SLOTS:
         std::filesystem::rename(folder, folder.native() + ".away");
         (void)m_bench->press(u"x"_s);
         (void)m_bench->press(KeyPress::Escape);
-        QTest::qWait(100); // the save fails
+        letTheSaveFail();
         std::filesystem::rename(folder.native() + ".away", folder);
         QCOMPARE(stored()->rejectedIDs, ids({1}));
 
@@ -362,6 +372,14 @@ private:
     {
         m_bench->services.saveDelay = delay;
         m_bench->begin();
+    }
+
+    /// What is in the queue before a loading is through when that is.
+    void letTheSaveFail() const
+    {
+        const auto loaded = app().findChild<SessionKeeper *>()->load(u"UUID-CARD"_s);
+        QTRY_VERIFY(loaded.isFinished());
+        QVERIFY(loaded.result().lastSaveFailed);
     }
 
     std::optional<SessionSnapshot> stored() const { return m_bench->stored("CARD"); }

@@ -114,6 +114,24 @@ private Q_SLOTS:
         QVERIFY(!app().videoPlayer());
     }
 
+    void anUndoThatChangesTheEnlargedRejectDropsThePlayer()
+    {
+        app().session()->jump(0);
+        app().session()->toggle(app().session()->items().at(1).id);
+        app().session()->toggle(app().session()->items().at(1).id);
+        app().session()->jump(1);
+        app().session()->toggle(app().session()->items().at(2).id);
+        app().finishCulling(); // the clip C alone
+        (void)m_bench->press(KeyPress::Space);
+        app().playVideo(app().session()->items().at(2));
+        app().session()->jump(2);
+
+        app().undoDecision(); // C is no reject any more, and the current item stays
+
+        QVERIFY(!app().videoPlayer());
+        QVERIFY(!app().reviewEnlarged());
+    }
+
     void anUndoThatStaysLeavesItPlaying()
     {
         m_bench->defaults.setBoolean(u"autoAdvanceOnReject"_s, false);

@@ -260,6 +260,22 @@ private Q_SLOTS:
         QVERIFY(m_told.isEmpty());
     }
 
+    void askingForAccessAgainAndAgainAsksOnce()
+    {
+        makeOpener(1min);
+        const auto one = card("ONE", HasDCIM);
+        m_access->hold(one.volumeURL);
+
+        for (int count = 0; count < 50; ++count) { // more than there are threads
+            m_opener->requestAccess(one);
+        }
+        QTRY_COMPARE(m_access->requests.load(), 1);
+        m_opener->ask(card("TWO", HasDCIM));
+
+        QTRY_COMPARE(m_told, QStringList(u"answered TWO"_s));
+        QCOMPARE(m_access->requests.load(), 1);
+    }
+
     void itIsToldWhetherASessionIsKept()
     {
         makeOpener(1min);

@@ -60,6 +60,7 @@ public:
     [[nodiscard]] std::optional<std::filesystem::path>
     requestAccess(const std::filesystem::path &directory, const QString & /*name*/) override
     {
+        ++requests;
         std::unique_lock lock(m_mutex);
         m_letGo.wait(lock, [&] { return !m_held.contains(directory); });
         return refuses ? std::nullopt : std::optional(directory);
@@ -82,6 +83,8 @@ public:
     std::map<QString, std::filesystem::path> bookmarks;
     bool refuses = false;
     mutable std::atomic_int asked = 0; ///< how often a card was asked whether it is readable
+
+    std::atomic_int requests = 0;
 
 private:
     mutable std::mutex m_mutex;

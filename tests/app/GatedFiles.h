@@ -18,9 +18,11 @@ public:
     regularFilesBelow(const std::filesystem::path &folder) const override
     {
         waitWhile(scanIsHeld);
+        ++heldScans;
         while (isScanHeld(folder)) {
             QThread::msleep(1);
         }
+        --heldScans;
         return ForwardingFiles::regularFilesBelow(folder);
     }
 
@@ -29,6 +31,12 @@ public:
     {
         const std::scoped_lock lock(m_mutex);
         m_heldScans.insert(root);
+    }
+
+    void letScanGo(const std::filesystem::path &root)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_heldScans.erase(root);
     }
 
     void letScansGo()
@@ -52,7 +60,10 @@ public:
 
     mutable std::atomic_bool scanIsHeld = false;
     mutable std::atomic_bool removalIsHeld = false;
-    mutable std::atomic_int removals = 0; ///< how many have been begun
+    /// Holds the removals from cards that are held while this is the gate, also later ones.
+    std::shared_ptr<std::atomic_bool> cardGate = std::make_shared<std::atomic_bool>(false);
+    mutable std::atomic_int heldScans = 0; ///< how many wait
+    mutable std::atomic_int removals = 0;  ///< how many have been begun
     std::atomic_bool removalsFail = false;
 
 protected:
@@ -67,6 +78,7 @@ private:
         GatedCard(std::unique_ptr<HeldCard> real, const GatedFiles &gates)
             : ForwardingHeldCard(std::move(real))
             , m_gates(gates)
+            , m_gate(gates.cardGate)
         {
         }
 
@@ -74,12 +86,14 @@ private:
         {
             ++m_gates.removals;
             waitWhile(m_gates.removalIsHeld);
+            waitWhile(*m_gate);
             return m_gates.removalsFail ? std::make_error_code(std::errc::io_error)
                                         : ForwardingHeldCard::remove(folder, name);
         }
 
     private:
         const GatedFiles &m_gates;
+        std::shared_ptr<std::atomic_bool> m_gate;
     };
 
     static void waitWhile(const std::atomic_bool &held)

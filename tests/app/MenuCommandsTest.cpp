@@ -102,11 +102,26 @@ private Q_SLOTS:
 
     void changesOfWhatIsOfferedAreTold()
     {
+        m_bench->reach(Phase::Kind::CardReady);
         QSignalSpy spy(m_menu.get(), &MenuCommands::availabilityChanged);
+        app().startCulling();
+        QTRY_COMPARE(app().phase(), Phase::culling());
+        QCOMPARE(spy.count(), 1);
+        app().afterMove();
+        QCOMPARE(spy.count(), 1);
+        m_bench->rejectAll();
 
-        m_bench->cull(1);
+        app().finishCulling();
+        QCOMPARE(spy.count(), 2); // nothing to finish
+        app().setConfirmingDelete(true);
+        QCOMPARE(spy.count(), 3); // nothing to undo
+        m_bench->files->removalIsHeld = true;
+        app().performDelete();
+        QCOMPARE(spy.count(), 4); // nowhere to go back to
+        m_bench->files->removalIsHeld = false;
 
-        QVERIFY(spy.count() > 0);
+        QTRY_COMPARE(app().phase(), Phase::summary(3, 0, 0));
+        QCOMPARE(spy.count(), 4);
     }
 
 private:

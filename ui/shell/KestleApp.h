@@ -35,6 +35,12 @@ public:
     /// Shows the main window and begins to work. False when it cannot be made.
     [[nodiscard]] bool show();
 
+    /// Waits for what must be finished before the program ends.
+    void finish() { m_appState.finish(); }
+
+    /// How long a card may then hold up the end.
+    static constexpr std::chrono::milliseconds patienceAtTheEnd = std::chrono::seconds(2);
+
     [[nodiscard]] AppState &appState() { return m_appState; }
 
     [[nodiscard]] QQuickWindow *window() const { return m_window; }

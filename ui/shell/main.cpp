@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "ui/shell/KestleApp.h"
+#include "ui/shell/QuitGuard.h"
 
 #include <QGuiApplication>
 
@@ -10,6 +11,7 @@ using namespace Qt::StringLiterals;
 /// There are no options; a path that the desktop hands over is accepted and ignored.
 int main(int argc, char **argv)
 {
+    QuitGuard quitGuard;
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(u"Kestle"_s);
     QGuiApplication::setApplicationDisplayName(u"Kestle"_s);
@@ -18,5 +20,8 @@ int main(int argc, char **argv)
     if (!kestle.show()) {
         return 1;
     }
-    return QGuiApplication::exec();
+    const int status = QGuiApplication::exec();
+    kestle.finish();
+    quitGuard.arm(KestleApp::patienceAtTheEnd, status);
+    return status;
 }
