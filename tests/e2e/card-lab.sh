@@ -9,10 +9,15 @@
 #                           cannot be set up, with the reason. A script that needs only the card, no
 #                           desktop, names the commands it needs in $lab_commands beforehand.
 #   lab_start               buses and udisksd; sets $lab, a folder for everything
-#   lab_insert FOLDER       an exFAT card holding FOLDER's content, mounted: sets $lab_device and
-#                           $lab_mount
+#   lab_insert FOLDER [LABEL]
+#                           an exFAT card holding FOLDER's content, mounted: sets $lab_device,
+#                           $lab_mount and $lab_label
 #   lab_eject               takes it out again
 #   lab_insert_again        puts the same card in again, as it is by now
+#   lab_put_aside NAME      leaves the card as it is, so that another can be inserted
+#   lab_take_up NAME        makes it the current card again
+#   lab_pull                takes the card away while it is in use
+#   lab_stop_udisks, lab_start_udisks
 #   lab_display             a display with a window manager: sets DISPLAY
 #   lab_wait SECONDS CMD…   short polls until CMD succeeds; fails after SECONDS
 #   lab_start_program CMD…  in the background, its output in $lab/program.log; sets $lab_program
@@ -62,20 +67,42 @@ lab_fail() {
 }
 
 lab_pids=()
+lab_image=card.img # its name in $lab
 lab_device=
 lab_mount=
 lab_mounted=no
 lab_udisks=-1 # place in lab_pids
+declare -A lab_aside=()
 
 lab_stop() {
     local i
     # In reverse: the program first, so that it does not see its card go; udisksd takes the card out
     # before it ends itself.
     for ((i = ${#lab_pids[@]} - 1; i >= 0; --i)); do
-        ((i != lab_udisks)) || lab_eject
+        ((i != lab_udisks)) || lab_eject_all
         kill "${lab_pids[i]}" 2>/dev/null || continue
         lab_wait 3 lab_ended "${lab_pids[i]}" || kill -KILL "${lab_pids[i]}" 2>/dev/null || true
     done
+}
+
+lab_eject_all() {
+    local name
+    lab_eject
+    for name in "${!lab_aside[@]}"; do
+        lab_take_up "$name"
+        lab_eject
+    done
+}
+
+lab_put_aside() {
+    lab_aside[$1]="$lab_image|$lab_device|$lab_mount|$lab_mounted|$lab_label"
+    lab_image=$1.next.img
+    lab_device='' lab_mount='' lab_mounted=no
+}
+
+lab_take_up() {
+    IFS='|' read -r lab_image lab_device lab_mount lab_mounted lab_label <<<"${lab_aside[$1]}"
+    unset "lab_aside[$1]"
 }
 
 lab_ended() { ! kill -0 "$1" 2>/dev/null; }
@@ -131,10 +158,19 @@ CONF
     if ! grep -qw exfat /proc/filesystems && [[ ! -e /sbin/mount.exfat ]]; then
         ln -sf mount.exfat-fuse /sbin/mount.exfat
     fi
-    /usr/libexec/udisks2/udisksd >"$lab/udisksd.log" 2>&1 &
+    lab_start_udisks
+}
+
+lab_start_udisks() {
+    /usr/libexec/udisks2/udisksd >>"$lab/udisksd.log" 2>&1 &
     lab_pids+=($!)
     lab_udisks=$((${#lab_pids[@]} - 1))
     lab_wait 10 lab_udisks_answers || lab_fail "udisksd does not answer"
+}
+
+lab_stop_udisks() {
+    kill "${lab_pids[lab_udisks]}"
+    lab_wait 5 lab_ended "${lab_pids[lab_udisks]}" || lab_fail "udisksd does not end"
 }
 
 lab_udev_answers() { timeout 3 udevadm control --ping >/dev/null 2>&1; }
@@ -163,13 +199,13 @@ lab_announce() {
 lab_insert() {
     local folder=$1 size
     # Mount points are shared by all of the machine: the name must be this run's own.
-    lab_label=KLAB$(printf '%05d' $((RANDOM + $$ % 1000 * 30)))
+    lab_label=${2:-KLAB$(printf '%05d' $((RANDOM + $$ % 1000 * 30)))}
     size=$(du -sm -- "$folder" | cut -f1)
-    truncate -s $((size * 2 + 24))M "$lab/card.img"
-    mkfs.exfat -L "$lab_label" "$lab/card.img" >"$lab/mkfs.log" 2>&1 || lab_fail "no exFAT file system"
+    truncate -s $((size * 2 + 24))M "$lab/$lab_image"
+    mkfs.exfat -L "$lab_label" "$lab/$lab_image" >"$lab/mkfs.log" 2>&1 || lab_fail "no exFAT file system"
 
     mkdir -p "$lab/filling"
-    lab_device=$(timeout 10 losetup --find --show "$lab/card.img") || lab_fail "no loop device"
+    lab_device=$(timeout 10 losetup --find --show "$lab/$lab_image") || lab_fail "no loop device"
     mount.exfat-fuse "$lab_device" "$lab/filling" >"$lab/filling.log" 2>&1 || lab_fail "no first mount"
     cp -r -- "$folder/." "$lab/filling/"
     sync -f "$lab/filling"
@@ -178,7 +214,7 @@ lab_insert() {
 }
 
 lab_insert_again() {
-    lab_device=$(timeout 10 losetup --find --show "$lab/card.img") || lab_fail "no loop device"
+    lab_device=$(timeout 10 losetup --find --show "$lab/$lab_image") || lab_fail "no loop device"
     lab_mount_card
 }
 
@@ -192,6 +228,11 @@ lab_mount_card() {
     lab_mounted=yes
     # From here on the device goes away by itself when it is unmounted.
     losetup -d "$lab_device" 2>/dev/null || true
+}
+
+lab_pull() {
+    umount -l "$lab_mount" || lab_fail "the card does not go"
+    lab_mounted=no
 }
 
 lab_eject() {
