@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 Kestle contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "PrivateBus.h"
+#include "tests/support/PrivateBus.h"
 
 #include <QFile>
 
