@@ -11,21 +11,20 @@
 
 using namespace Qt::StringLiterals;
 
-PrivateBus::PrivateBus()
+static bool write(const QString &path, const QByteArray &text)
 {
-    const auto configuration = m_folder.filePath(u"bus.conf"_s);
-    QFile file(configuration);
-    if (!file.open(QIODevice::WriteOnly)) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+PrivateBus::PrivateBus(const QStringList &activatable)
+{
+    if (!configure(activatable)) {
         return;
     }
-    file.write("<busconfig><type>session</type><listen>unix:dir=" + m_folder.path().toUtf8() +
-               "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-               "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
-    file.close();
-
     m_daemon.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
-    m_daemon.start(u"dbus-daemon"_s,
-                   {u"--config-file="_s + configuration, u"--nofork"_s, u"--print-address"_s});
+    m_daemon.start(u"dbus-daemon"_s, {u"--config-file="_s + m_folder.filePath(u"bus.conf"_s),
+                                      u"--nofork"_s, u"--print-address"_s});
     while (m_daemon.waitForReadyRead(5000)) {
         if (m_daemon.canReadLine()) {
             m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
@@ -43,4 +42,21 @@ void PrivateBus::stop()
 {
     m_daemon.terminate();
     m_daemon.waitForFinished(5000);
+}
+
+bool PrivateBus::configure(const QStringList &activatable) const
+{
+    for (const auto &name : activatable) {
+        // A program that ends well is taken for one that goes on in the background.
+        if (!write(m_folder.filePath(name + u".service"_s),
+                   "[D-BUS Service]\nName=" + name.toUtf8() + "\nExec=/bin/true\n")) {
+            return false;
+        }
+    }
+    const auto folder = m_folder.path().toUtf8();
+    return write(m_folder.filePath(u"bus.conf"_s),
+                 "<busconfig><type>session</type><listen>unix:dir=" + folder +
+                     "</listen><servicedir>" + folder +
+                     "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
+                     "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
 }
