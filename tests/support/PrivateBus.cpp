@@ -40,7 +40,7 @@ PrivateBus::~PrivateBus()
 
 void PrivateBus::stop()
 {
-    m_daemon.terminate();
+    m_daemon.kill();
     m_daemon.waitForFinished(5000);
 }
 

@@ -18,6 +18,7 @@ public:
     /// Empty when the bus could not be started.
     [[nodiscard]] const QString &address() const { return m_address; }
 
+    /// At once: clients see the bus end, not the other clients.
     void stop();
 
 private:
