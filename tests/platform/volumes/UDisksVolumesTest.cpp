@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "FakeUDisks.h"
-#include "PrivateBus.h"
 
 #include "platform/volumes/UDisksVolumes.h"
+#include "tests/support/PrivateBus.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -7,18 +7,23 @@
 #include <QTemporaryDir>
 
 /// A message bus of the test's own, without any service; it ends with the test.
+/// Calls to one of the @p activatable names wait until somebody takes that name, as if the bus had
+/// started a service that is slow.
 class PrivateBus {
 public:
-    PrivateBus();
+    explicit PrivateBus(const QStringList &activatable = {});
     ~PrivateBus();
     Q_DISABLE_COPY_MOVE(PrivateBus)
 
     /// Empty when the bus could not be started.
     [[nodiscard]] const QString &address() const { return m_address; }
 
+    /// At once: clients see the bus end, not the other clients.
     void stop();
 
 private:
+    [[nodiscard]] bool configure(const QStringList &activatable) const;
+
     QTemporaryDir m_folder;
     QProcess m_daemon;
     QString m_address;
