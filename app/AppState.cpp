@@ -23,12 +23,14 @@ AppState::AppState(Services services, QObject *parent)
     , m_services(std::move(services))
     , m_sessions(m_services.sessionFolder, m_services.saveDelay, this)
     , m_opener(m_services.access, m_services.fileManager, m_sessions, m_services.patience, this)
+    , m_request(m_services.folderDialog, m_services.parentWindow, this)
     , m_scan(m_services.fileManager, m_services.reader, m_sessions, this)
     , m_deletion(m_services.fileManager, this)
 {
     connect(&m_opener, &CardOpener::found, this, &AppState::openFound);
     connect(&m_opener, &CardOpener::answered, this, &AppState::openAnswered);
     connect(&m_opener, &CardOpener::granted, this, &AppState::openGranted);
+    connect(&m_request, &AccessRequest::answered, this, &AppState::takeGrant);
     connect(&m_scan, &ScanRun::finished, this, &AppState::cullItems);
     connect(&m_deletion, &DeletionRun::progressed, this, &AppState::showProgress);
     connect(&m_deletion, &DeletionRun::finished, this, &AppState::finishDelete);
@@ -59,6 +61,10 @@ void AppState::beginOperation()
 void AppState::endOperation()
 {
     if (--m_operationDepth == 0) {
+        if (m_now.phase.kind != Kind::NeedsAccess) {
+            m_request.cancel();
+        }
+        m_now.requestingAccess = m_request.isOpen();
         // The old session lives in it until everybody has been told.
         tellChangesSince(std::exchange(m_before, {}));
     }
@@ -74,6 +80,7 @@ void AppState::tellChangesSince(const Observed &before)
     tell(before.availableCards != m_now.availableCards, &AppState::availableCardsChanged);
     tell(before.card != m_now.card, &AppState::cardChanged);
     tell(before.cardIsReadOnly != m_now.cardIsReadOnly, &AppState::cardIsReadOnlyChanged);
+    tell(before.requestingAccess != m_now.requestingAccess, &AppState::requestingAccessChanged);
     tell(before.currentCardIndex() != m_now.currentCardIndex(), &AppState::currentCardIndexChanged);
     tell(before.session != m_now.session, &AppState::sessionChanged);
     tell(before.changeCount != m_now.changeCount, &AppState::changeCountChanged);
@@ -147,6 +154,7 @@ void AppState::dropCard()
     m_access.reset();
     m_lastSnapshot.reset();
     m_now.card.reset();
+    m_request.cancel();
     m_now.cardIsReadOnly = false;
     m_now.session.reset();
     m_now.zoomed = false;
@@ -212,6 +220,7 @@ void AppState::openAnswered(const CardProbe &probe)
         return;
     }
     const Operation operation(*this);
+    m_request.cancel();
     dropVideoPlayer();
     recordChange();
     m_access.reset();
@@ -224,8 +233,22 @@ void AppState::openAnswered(const CardProbe &probe)
 void AppState::grantAccess()
 {
     if (m_now.card && m_now.phase.kind == Kind::NeedsAccess) {
-        m_opener.requestAccess(*m_now.card);
+        const Operation operation(*this);
+        m_request.ask(*m_now.card);
     }
+}
+
+void AppState::takeGrant(const CardInfo &card, const std::optional<std::filesystem::path> &folder)
+{
+    const Operation operation(*this);
+    if (folder && isCurrent(card) && m_now.phase.kind == Kind::NeedsAccess) {
+        m_opener.judgeGrant(*m_now.card, *folder);
+    }
+}
+
+std::filesystem::path AppState::cardRoot() const
+{
+    return m_access ? m_access->root(m_now.card->volumeURL) : m_now.card->volumeURL;
 }
 
 void AppState::openGranted(const CardProbe &probe)
@@ -253,7 +276,7 @@ void AppState::startCulling()
     const Operation operation(*this);
     m_opener.cancel(); // whoever begins with this card wishes for no other
     m_now.phase = Phase::scanning();
-    m_scan.start(*m_now.card);
+    m_scan.start(cardRoot(), m_now.card->volumeUUID);
 }
 
 void AppState::cullItems(const ScanRun::Result &scanned)
@@ -494,7 +517,7 @@ void AppState::performDelete()
     const auto rejects = m_now.session->rejectedItems();
     const auto endangered =
         rejectsWithKeptHeirs(m_now.session->items(), m_now.session->rejectedIDs());
-    const DeletionRun::Job job = {.volumeURL = m_now.card->volumeURL,
+    const DeletionRun::Job job = {.volumeURL = cardRoot(),
                                   .selection = m_selection,
                                   .rejects = rejects,
                                   .endangeredIDs = endangered,

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/AccessRequest.h"
 #include "app/CardOpener.h"
 #include "app/DeletionRun.h"
 #include "app/Observed.h"
@@ -23,6 +24,7 @@
 class CardAccess;
 class CardReads;
 class FileManager;
+class FolderDialog;
 class MetadataReading;
 class MountedVolumes;
 class UserDefaults;
@@ -37,6 +39,7 @@ class AppState : public QObject {
     Q_PROPERTY(Phase phase READ phase NOTIFY phaseChanged)
     Q_PROPERTY(QString cardName READ cardName NOTIFY cardChanged)
     Q_PROPERTY(bool cardIsReadOnly READ cardIsReadOnly NOTIFY cardIsReadOnlyChanged)
+    Q_PROPERTY(bool requestingAccess READ requestingAccess NOTIFY requestingAccessChanged)
     Q_PROPERTY(QStringList availableCardNames READ availableCardNames NOTIFY availableCardsChanged)
     Q_PROPERTY(qint64 currentCardIndex READ currentCardIndex NOTIFY currentCardIndexChanged)
     Q_PROPERTY(bool canSwitchCards READ canSwitchCards NOTIFY canSwitchCardsChanged)
@@ -56,6 +59,8 @@ public:
     struct Services {
         MountedVolumes *volumes = nullptr;
         std::shared_ptr<CardAccess> access;
+        FolderDialog *folderDialog = nullptr;
+        std::function<QString()> parentWindow = {}; ///< as FolderDialog::Question has it
         std::shared_ptr<FileManager> fileManager;
         std::shared_ptr<const MetadataReading> reader;
         UserDefaults *defaults = nullptr;
@@ -111,6 +116,9 @@ public:
     /// Whether nothing can be deleted from the card, as far as it is known: its lock is set, or it
     /// is damaged.
     [[nodiscard]] bool cardIsReadOnly() const { return m_now.cardIsReadOnly; }
+
+    /// Whether the user is being asked for access to the card.
+    [[nodiscard]] bool requestingAccess() const { return m_now.requestingAccess; }
 
     /// Every mounted volume that could be a card, in the watcher's order.
     [[nodiscard]] const QList<CardInfo> &availableCards() const { return m_now.availableCards; }
@@ -215,6 +223,7 @@ Q_SIGNALS:
     void phaseChanged();
     void cardChanged();
     void cardIsReadOnlyChanged();
+    void requestingAccessChanged();
     void availableCardsChanged();
     void currentCardIndexChanged();
     void canSwitchCardsChanged();
@@ -244,7 +253,9 @@ private:
     [[nodiscard]] bool isCurrent(const CardInfo &card) const;
     void openFound(const CardProbe &probe);
     void openAnswered(const CardProbe &probe);
+    void takeGrant(const CardInfo &card, const std::optional<std::filesystem::path> &folder);
     void openGranted(const CardProbe &probe);
+    [[nodiscard]] std::filesystem::path cardRoot() const;
     void openCard(const CardProbe &probe);
     void selectCard(const CardProbe &probe);
     void dropCard();
@@ -262,6 +273,7 @@ private:
     std::unique_ptr<VolumeWatcher> m_volumeWatcher;
     SessionKeeper m_sessions;
     CardOpener m_opener;
+    AccessRequest m_request;
     ScanRun m_scan;
     DeletionRun m_deletion;
 

@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <optional>
 
-/// The right to read and delete the files of a card. Blocks on the card; safe from several
-/// threads, and never called on the main thread except saveBookmark() and stopAccess().
+/// The right to read and delete the files of a card. Safe from several threads; isReadable() and
+/// resolveBookmark() block on the card and are never called on the main thread.
 class CardAccess {
 public:
     virtual ~CardAccess() = default;
@@ -25,11 +25,11 @@ public:
     /// Stores the grant of @p url for the volume.
     virtual void saveBookmark(const std::filesystem::path &url, const QString &volumeUUID) = 0;
 
-    /// Asks the user for the folder @p directory of the card called @p name; absent when refused.
-    [[nodiscard]] virtual std::optional<std::filesystem::path>
-    requestAccess(const std::filesystem::path &directory, const QString &name) = 0;
+    /// Where the files of the card are that is mounted at @p volumeURL and accessed by @p granted.
+    [[nodiscard]] virtual std::filesystem::path
+    root(const std::filesystem::path &volumeURL, const std::filesystem::path &granted) const = 0;
 
-    /// Ends an access that resolveBookmark() or requestAccess() opened.
+    /// Ends an access that resolveBookmark() or the user opened.
     virtual void stopAccess(const std::filesystem::path &url) = 0;
 
 protected:

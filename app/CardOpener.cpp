@@ -43,7 +43,6 @@ void CardOpener::cancel()
     ++m_wish;
     m_search.reset();
     m_wanted.reset();
-    m_grantAsked.reset();
 }
 
 void CardOpener::forgetAllBut(const QList<CardInfo> &mounted)
@@ -162,40 +161,29 @@ void CardOpener::decide()
     }
 }
 
-void CardOpener::requestAccess(const CardInfo &card)
+void CardOpener::judgeGrant(const CardInfo &card, const std::filesystem::path &url)
 {
-    if (m_grantAsked && isSameVolume(*m_grantAsked, card)) {
-        return;
-    }
     cancel();
-    m_grantAsked = card;
-    awaitGrant(card);
+    awaitGrant(card, url);
 }
 
-QCoro::Task<> CardOpener::awaitGrant(CardInfo card)
+QCoro::Task<> CardOpener::awaitGrant(CardInfo card, std::filesystem::path url)
 {
     const QPointer self(this);
     const auto wish = m_wish;
-    const auto request = [card, access = m_access, files = m_fileManager] {
-        return CardProbe::granted(card, access, *files);
+    const auto look = [card, url, access = m_access, files = m_fileManager] {
+        return CardProbe::granted(card, url, access, *files);
     };
-    auto probe = co_await QtConcurrent::run(&m_pool, request);
+    auto probe = co_await QtConcurrent::run(&m_pool, look);
     if (!self || wish != m_wish) {
         co_return;
     }
-    if (!probe) {
-        m_grantAsked.reset();
-        co_return;
-    }
-    if (probe->hasDCIM) {
+    if (probe.hasDCIM) {
         const auto kept = co_await m_sessions.load(card.volumeUUID);
-        if (!self) {
+        if (!self || wish != m_wish) {
             co_return;
         }
-        probe->hasSession = kept.snapshot.has_value();
+        probe.hasSession = kept.snapshot.has_value();
     }
-    if (wish == m_wish) {
-        m_grantAsked.reset();
-        Q_EMIT granted(*probe);
-    }
+    Q_EMIT granted(probe);
 }

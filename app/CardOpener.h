@@ -38,9 +38,8 @@ public:
     /// Asks @p card, and tells its answer by answered().
     void ask(const CardInfo &card);
 
-    /// Asks the user for access to @p card, and tells what is granted by granted(). Nothing new
-    /// happens while the user is being asked for it.
-    void requestAccess(const CardInfo &card);
+    /// Looks at @p card by a new grant of @p url, whose access is open, and tells it by granted().
+    void judgeGrant(const CardInfo &card, const std::filesystem::path &url);
 
     /// Forgets the newest wish.
     void cancel();
@@ -68,7 +67,7 @@ private:
     void question(const QList<CardInfo> &cards);
     QCoro::Task<> awaitAnswer(CardInfo card, qint64 number);
     [[nodiscard]] bool isAsked(qint64 number) const;
-    QCoro::Task<> awaitGrant(CardInfo card);
+    QCoro::Task<> awaitGrant(CardInfo card, std::filesystem::path url);
     void passOver(qint64 number);
     void hear(const CardProbe &probe);
     void decide();
@@ -84,7 +83,6 @@ private:
     // The newest wish is one of these, or for a grant.
     std::optional<Search> m_search;
     std::optional<CardInfo> m_wanted;
-    std::optional<CardInfo> m_grantAsked;
     qint64 m_wish = 0; ///< counts wishes
 
     QThreadPool m_pool{this};

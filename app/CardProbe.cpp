@@ -9,7 +9,7 @@
 /// What is asked of a card that is accessible.
 static void lookInto(CardProbe &probe, const FileManager &fileManager)
 {
-    const auto &root = probe.card.volumeURL;
+    const auto root = probe.root();
     probe.hasDCIM = CardScanner::dcimExists(root, fileManager);
     probe.readOnly = fileManager.isReadOnly(root);
 }
@@ -29,15 +29,16 @@ CardProbe CardProbe::of(const CardInfo &card, const std::shared_ptr<CardAccess> 
     return probe;
 }
 
-std::optional<CardProbe> CardProbe::granted(const CardInfo &card,
-                                            const std::shared_ptr<CardAccess> &access,
-                                            const FileManager &fileManager)
+CardProbe CardProbe::granted(const CardInfo &card, const std::filesystem::path &url,
+                             const std::shared_ptr<CardAccess> &access,
+                             const FileManager &fileManager)
 {
-    const auto url = access->requestAccess(card.volumeURL, card.name);
-    if (!url) {
-        return std::nullopt;
-    }
-    CardProbe probe{.card = card, .access = std::make_shared<const OpenAccess>(access, *url)};
+    CardProbe probe{.card = card, .access = std::make_shared<const OpenAccess>(access, url)};
     lookInto(probe, fileManager);
     return probe;
+}
+
+std::filesystem::path CardProbe::root() const
+{
+    return access ? access->root(card.volumeURL) : card.volumeURL;
 }

@@ -24,6 +24,9 @@ struct CardProbe {
 
     [[nodiscard]] bool isAccessible() const { return readable || access; }
 
+    /// Where its files are.
+    [[nodiscard]] std::filesystem::path root() const;
+
     [[nodiscard]] bool isUsable() const { return isAccessible() && hasDCIM; }
 
     /// Blocks on the card.
@@ -31,8 +34,8 @@ struct CardProbe {
                                       const std::shared_ptr<CardAccess> &access,
                                       const FileManager &fileManager);
 
-    /// The card after the user was asked for it; absent when refused. Blocks on both.
-    [[nodiscard]] static std::optional<CardProbe> granted(const CardInfo &card,
-                                                          const std::shared_ptr<CardAccess> &access,
-                                                          const FileManager &fileManager);
+    /// The card by a new grant of @p url, whose access is open. Blocks on the card.
+    [[nodiscard]] static CardProbe granted(const CardInfo &card, const std::filesystem::path &url,
+                                           const std::shared_ptr<CardAccess> &access,
+                                           const FileManager &fileManager);
 };

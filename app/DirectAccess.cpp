@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-static QString bookmarkKey(const QString &volumeUUID)
+QString DirectAccess::bookmarkKey(const QString &volumeUUID)
 {
     return u"cardBookmark."_s + volumeUUID;
 }
@@ -46,11 +46,10 @@ void DirectAccess::saveBookmark(const std::filesystem::path &url, const QString 
     }
 }
 
-std::optional<std::filesystem::path>
-DirectAccess::requestAccess(const std::filesystem::path &directory, const QString & /*name*/)
+std::filesystem::path DirectAccess::root(const std::filesystem::path &volumeURL,
+                                         const std::filesystem::path & /*granted*/) const
 {
-    // TODO: no dialog opens, so a card that its user may not read stays closed whatever they do.
-    return isReadable(directory) ? std::optional(directory) : std::nullopt;
+    return volumeURL;
 }
 
 void DirectAccess::stopAccess(const std::filesystem::path & /*url*/)

@@ -21,10 +21,13 @@ public:
     [[nodiscard]] std::optional<std::filesystem::path>
     resolveBookmark(const QString &volumeUUID) override;
     void saveBookmark(const std::filesystem::path &url, const QString &volumeUUID) override;
-    /// There is nobody to ask: a folder that has become readable is granted.
-    [[nodiscard]] std::optional<std::filesystem::path>
-    requestAccess(const std::filesystem::path &directory, const QString &name) override;
+    /// The card itself: a grant of another folder may only have made it readable.
+    [[nodiscard]] std::filesystem::path root(const std::filesystem::path &volumeURL,
+                                             const std::filesystem::path &granted) const override;
     void stopAccess(const std::filesystem::path &url) override;
+
+    /// Under which the grant of a volume is stored.
+    [[nodiscard]] static QString bookmarkKey(const QString &volumeUUID);
 
 private:
     std::shared_ptr<const FileManager> m_fileManager;

@@ -20,6 +20,7 @@ struct Observed {
     Phase phase;
     std::optional<CardInfo> card;
     bool cardIsReadOnly = false;
+    bool requestingAccess = false;
     QList<CardInfo> availableCards;
     std::shared_ptr<CullSession> session;
     bool zoomed = false;

@@ -24,6 +24,12 @@ public:
     /// What was granted.
     [[nodiscard]] const std::filesystem::path &url() const { return m_url; }
 
+    /// Where the files of the card are that is mounted at @p volumeURL.
+    [[nodiscard]] std::filesystem::path root(const std::filesystem::path &volumeURL) const
+    {
+        return m_access->root(volumeURL, m_url);
+    }
+
 private:
     std::shared_ptr<CardAccess> m_access;
     std::filesystem::path m_url;

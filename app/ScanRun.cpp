@@ -3,7 +3,6 @@
 
 #include "app/ScanRun.h"
 
-#include "app/CardInfo.h"
 #include "core/card/CardScanner.h"
 #include "core/store/SessionStore.h"
 
@@ -31,11 +30,11 @@ ScanRun::~ScanRun()
     m_pool.waitForDone();
 }
 
-void ScanRun::start(const CardInfo &card)
+void ScanRun::start(const std::filesystem::path &volumeURL, const QString &volumeUUID)
 {
     stop();
     m_stop = std::stop_source();
-    run(card.volumeURL, card.volumeUUID, m_stop.get_token());
+    run(volumeURL, volumeUUID, m_stop.get_token());
 }
 
 void ScanRun::stop()

@@ -16,7 +16,6 @@
 
 class FileManager;
 class MetadataReading;
-struct CardInfo;
 
 /// Reads a card off the main thread: what is on it, and what is kept of its culling. Only the
 /// newest run is told. Main thread only.
@@ -36,8 +35,8 @@ public:
     /// Stops the run, and waits for the read in hand.
     ~ScanRun() override;
 
-    /// Stops a run that is going on.
-    void start(const CardInfo &card);
+    /// Reads what is below @p volumeURL. Stops a run that is going on.
+    void start(const std::filesystem::path &volumeURL, const QString &volumeUUID);
     void stop();
 
 Q_SIGNALS:

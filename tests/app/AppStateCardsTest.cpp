@@ -109,7 +109,7 @@ private Q_SLOTS:
     void aRefusedGrantChangesNothing()
     {
         m_bench->access->closed.insert(m_bench->makeCard("CARD", Workbench::shots(1)));
-        m_bench->access->refuses = true;
+        m_bench->dialog.user = FakeDialog::User::Refuses;
         app().start();
         m_bench->mountCard("CARD", {});
         QTRY_COMPARE(app().phase(), Phase::needsAccess());

@@ -211,14 +211,32 @@ private Q_SLOTS:
         QCOMPARE(m_told.size(), 1);
     }
 
-    void aGrantIsTold()
+    void aGrantIsJudgedAndTold()
     {
         makeOpener(1min);
-        m_access->closed = {card("ONE", HasDCIM).volumeURL};
+        const auto one = card("ONE", HasDCIM);
+        m_access->closed = {one.volumeURL};
 
-        m_opener->requestAccess(card("ONE"));
+        m_opener->judgeGrant(one, one.volumeURL);
 
         QTRY_COMPARE(m_told, QStringList(u"granted ONE"_s));
+    }
+
+    void aGrantThatLeadsElsewhereIsJudgedThere()
+    {
+        makeOpener(1min);
+        const auto one = card("ONE");
+        const auto seen = card("SEEN", HasDCIM).volumeURL;
+        m_access->closed = {one.volumeURL};
+        m_access->grantsLead = true;
+        bool hasDCIM = false;
+        connect(m_opener.get(), &CardOpener::granted, this,
+                [&](const CardProbe &probe) { hasDCIM = probe.hasDCIM; });
+
+        m_opener->judgeGrant(one, seen);
+
+        QTRY_COMPARE(m_told, QStringList(u"granted ONE"_s));
+        QVERIFY(hasDCIM);
     }
 
     void aGrantThatCameTooLateEnds()
@@ -226,7 +244,7 @@ private Q_SLOTS:
         makeOpener(1min);
         const auto one = card("ONE", HasDCIM);
         m_access->hold(one.volumeURL);
-        m_opener->requestAccess(one);
+        m_opener->judgeGrant(one, one.volumeURL);
         m_opener->cancel();
 
         m_access->letGo(one.volumeURL);
@@ -260,22 +278,6 @@ private Q_SLOTS:
         QVERIFY(m_told.isEmpty());
     }
 
-    void askingForAccessAgainAndAgainAsksOnce()
-    {
-        makeOpener(1min);
-        const auto one = card("ONE", HasDCIM);
-        m_access->hold(one.volumeURL);
-
-        for (int count = 0; count < 50; ++count) { // more than there are threads
-            m_opener->requestAccess(one);
-        }
-        QTRY_COMPARE(m_access->requests.load(), 1);
-        m_opener->ask(card("TWO", HasDCIM));
-
-        QTRY_COMPARE(m_told, QStringList(u"answered TWO"_s));
-        QCOMPARE(m_access->requests.load(), 1);
-    }
-
     void itIsToldWhetherASessionIsKept()
     {
         makeOpener(1min);
@@ -289,7 +291,7 @@ private Q_SLOTS:
         m_opener->findUsable({one});
         QTRY_COMPARE(m_told, QStringList(u"found ONE, resumable"_s));
         m_told.clear();
-        m_opener->requestAccess(one);
+        m_opener->judgeGrant(one, one.volumeURL);
         QTRY_COMPARE(m_told, QStringList(u"granted ONE, resumable"_s));
     }
 

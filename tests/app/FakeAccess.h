@@ -57,13 +57,12 @@ public:
         bookmarks[volumeUUID] = url;
     }
 
-    [[nodiscard]] std::optional<std::filesystem::path>
-    requestAccess(const std::filesystem::path &directory, const QString & /*name*/) override
+    [[nodiscard]] std::filesystem::path root(const std::filesystem::path &volumeURL,
+                                             const std::filesystem::path &granted) const override
     {
-        ++requests;
         std::unique_lock lock(m_mutex);
-        m_letGo.wait(lock, [&] { return !m_held.contains(directory); });
-        return refuses ? std::nullopt : std::optional(directory);
+        m_letGo.wait(lock, [&] { return !m_held.contains(volumeURL); });
+        return grantsLead ? granted : volumeURL;
     }
 
     void stopAccess(const std::filesystem::path &url) override
@@ -81,10 +80,8 @@ public:
 
     std::set<std::filesystem::path> closed;
     std::map<QString, std::filesystem::path> bookmarks;
-    bool refuses = false;
+    bool grantsLead = false;           ///< to the files of the card, as in a sandbox
     mutable std::atomic_int asked = 0; ///< how often a card was asked whether it is readable
-
-    std::atomic_int requests = 0;
 
 private:
     mutable std::mutex m_mutex;

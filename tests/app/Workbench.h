@@ -9,6 +9,7 @@
 #include "core/store/SessionStore.h"
 #include "platform/settings/UserDefaults.h"
 #include "tests/app/FakeAccess.h"
+#include "tests/app/FakeDialog.h"
 #include "tests/app/FakePlayer.h"
 #include "tests/app/FakeVolumes.h"
 #include "tests/app/GatedFiles.h"
@@ -32,6 +33,7 @@ public:
     {
         services = {.volumes = &volumes,
                     .access = access,
+                    .folderDialog = &dialog,
                     .fileManager = files,
                     .reader = std::make_shared<NoMetadata>(),
                     .defaults = &defaults,
@@ -197,6 +199,7 @@ private:
 public:
     std::shared_ptr<FakeAccess> access = std::make_shared<FakeAccess>();
     std::shared_ptr<GatedFiles> files = std::make_shared<GatedFiles>();
+    FakeDialog dialog;
     FakeVolumes volumes;
     UserDefaults defaults;
     DecodePipeline pipeline;

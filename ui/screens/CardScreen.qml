@@ -16,6 +16,9 @@ Item {
     readonly property int kind: root.appState.phase.kind
     readonly property string cardName: root.appState.cardName !== "" ? root.appState.cardName : qsTr("Card")
 
+    // No folder dialog has room for a sentence of ours.
+    readonly property string question: qsTr("Kestle needs permission to read and delete files on “%1”. Click Grant Access to allow it.").arg(root.cardName)
+
     Column {
         anchors.centerIn: parent
         spacing: 24
@@ -48,7 +51,11 @@ Item {
                 objectName: "message"
                 anchors.horizontalCenter: parent.horizontalCenter
                 visible: text !== ""
-                text: root.messageFor(root.kind)
+                width: Math.min(implicitWidth, root.width - 80)
+                text: root.appState.requestingAccess ? root.question : root.messageFor(root.kind)
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                textFormat: Text.PlainText
                 color: Look.secondary
                 font.pixelSize: Look.body
             }

@@ -4,9 +4,11 @@
 #include "ui/shell/KestleApp.h"
 
 #include "app/DirectAccess.h"
+#include "app/PortalAccess.h"
 #include "core/decode/ScreenMaxPixel.h"
 #include "core/metadata/ExifReader.h"
 #include "core/store/SessionStore.h"
+#include "platform/access/Sandbox.h"
 #include "platform/files/PosixFileManager.h"
 #include "platform/imageio/ImageSource.h"
 #include "platform/media/PosterFrame.h"
@@ -40,6 +42,16 @@ static DecodePipeline::Decoders decoders()
     return {.picture = pictureOf, .videoFrame = frameOf};
 }
 
+static std::shared_ptr<CardAccess> access(const std::shared_ptr<FileManager> &fileManager,
+                                          UserDefaults &defaults)
+{
+    if (isSandboxed(qgetenv("SNAP"))) {
+        return std::make_shared<PortalAccess>(fileManager, defaults,
+                                              PortalAccess::standardDocuments());
+    }
+    return std::make_shared<DirectAccess>(fileManager, defaults);
+}
+
 KestleApp::KestleApp(Extras extras)
     : m_volumes(withDesktopVolumes(std::move(extras.moreVolumes)))
     , m_defaults(UserDefaults::standardFile())
@@ -48,6 +60,7 @@ KestleApp::KestleApp(Extras extras)
                                        : std::make_shared<PosixFileManager>())
     , m_reader(std::make_shared<ExifReader>())
     , m_cardReads(m_reader, m_fileManager)
+    , m_folderDialog(PortalFolderDialog::onSessionBus(&m_quickFolderDialog))
     , m_appState(services())
     , m_keyHandler(m_appState)
     , m_menuCommands(m_appState, m_keyHandler)
@@ -55,10 +68,17 @@ KestleApp::KestleApp(Extras extras)
 {
 }
 
+KestleApp::~KestleApp()
+{
+    m_quickFolderDialog.setHome(nullptr, nullptr); // its dialog goes before the engine
+}
+
 AppState::Services KestleApp::services()
 {
     return {.volumes = &m_volumes,
-            .access = std::make_shared<DirectAccess>(m_fileManager, m_defaults),
+            .access = access(m_fileManager, m_defaults),
+            .folderDialog = m_folderDialog.get(),
+            .parentWindow = [this] { return portalNameOfWindow(); },
             .fileManager = m_fileManager,
             .reader = m_reader,
             .defaults = &m_defaults,
@@ -80,6 +100,13 @@ int KestleApp::screenMaxPixelOfWindow() const
     return screenMaxPixel(m_window ? m_window->screen() : QGuiApplication::primaryScreen());
 }
 
+/// By the rules of XDG Desktop Portal; the window of a Wayland session cannot be named so easily.
+QString KestleApp::portalNameOfWindow() const
+{
+    const bool isX11 = m_window && QGuiApplication::platformName() == u"xcb"_s;
+    return isX11 ? u"x11:"_s + QString::number(m_window->winId(), 16) : QString();
+}
+
 bool KestleApp::show()
 {
     QQuickStyle::setStyle(u"Basic"_s);
@@ -93,6 +120,7 @@ bool KestleApp::show()
     if (!m_window) {
         return false;
     }
+    m_quickFolderDialog.setHome(&m_engine, m_window);
     m_appState.start();
     m_keyMonitor.install(m_window);
     return true;

@@ -7,10 +7,12 @@
 #include "app/CardReads.h"
 #include "app/KeyHandler.h"
 #include "app/MenuCommands.h"
+#include "platform/access/PortalFolderDialog.h"
 #include "platform/files/FileManager.h"
 #include "platform/settings/UserDefaults.h"
 #include "ui/shell/JoinedVolumes.h"
 #include "ui/shell/KeyMonitor.h"
+#include "ui/shell/QuickFolderDialog.h"
 
 #include <QPointer>
 #include <QQmlApplicationEngine>
@@ -29,6 +31,7 @@ public:
     };
 
     explicit KestleApp(Extras extras = {});
+    ~KestleApp();
     KestleApp(const KestleApp &) = delete;
     KestleApp &operator=(const KestleApp &) = delete;
 
@@ -49,6 +52,7 @@ private:
     [[nodiscard]] AppState::Services services();
     [[nodiscard]] KeyMonitor::Answers keyAnswers();
     [[nodiscard]] int screenMaxPixelOfWindow() const;
+    [[nodiscard]] QString portalNameOfWindow() const;
 
     QPointer<QQuickWindow> m_window;
     JoinedVolumes m_volumes;
@@ -57,6 +61,8 @@ private:
     std::shared_ptr<FileManager> m_fileManager;
     std::shared_ptr<const MetadataReading> m_reader;
     CardReads m_cardReads;
+    QuickFolderDialog m_quickFolderDialog;
+    std::unique_ptr<PortalFolderDialog> m_folderDialog;
     AppState m_appState;
     KeyHandler m_keyHandler;
     MenuCommands m_menuCommands;

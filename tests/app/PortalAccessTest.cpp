@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/PortalAccess.h"
+#include "platform/files/PosixFileManager.h"
+#include "platform/settings/UserDefaults.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using Path = std::filesystem::path;
+
+class PortalAccessTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_home = m_folder->path().toStdString();
+        m_defaults = std::make_unique<UserDefaults>(m_home / "defaults.ini");
+        m_documents = m_home / "run/doc";
+        m_seen = documentAt(m_documents);
+        begin(m_documents);
+    }
+
+    void aDocumentResolvesAlsoNextTime()
+    {
+        m_access->saveBookmark(m_seen, u"UUID"_s);
+        begin(m_documents);
+
+        QCOMPARE(m_access->resolveBookmark(u"UUID"_s), m_seen);
+        QCOMPARE(m_access->resolveBookmark(u"UUID"_s), m_seen);
+    }
+
+    void aDocumentThatListsNoMoreIsForgotten()
+    {
+        m_access->saveBookmark(m_seen, u"UUID"_s);
+        std::filesystem::remove_all(m_documents);
+
+        QVERIFY(!m_access->resolveBookmark(u"UUID"_s));
+        m_seen = documentAt(m_documents);
+
+        QVERIFY(!m_access->resolveBookmark(u"UUID"_s)); // asked for again
+    }
+
+    void aDocumentThatIsSeenElsewhereByNowIsRenewed()
+    {
+        m_access->saveBookmark(m_seen, u"UUID"_s);
+        std::filesystem::remove_all(m_documents);
+        const auto documents = m_home / "run2/doc";
+        const auto seen = documentAt(documents);
+        begin(documents);
+
+        QCOMPARE(m_access->resolveBookmark(u"UUID"_s), seen);
+        begin(m_documents); // what is stored is the new place
+
+        QCOMPARE(m_access->resolveBookmark(u"UUID"_s), seen);
+    }
+
+    void whatTheSandboxShowsIsAccessedDirectly()
+    {
+        const auto card = m_home / "media/CARD";
+        std::filesystem::create_directories(card);
+        m_access->saveBookmark(card, u"UUID"_s);
+
+        QCOMPARE(m_access->resolveBookmark(u"UUID"_s), card);
+        QCOMPARE(m_access->root(card, card), card);
+    }
+
+    void theFilesOfADocumentAreSeenThroughIt()
+    {
+        QCOMPARE(m_access->root("/media/user/CARD", m_seen), m_seen);
+    }
+
+    void anUnknownVolumeHasNoGrant() { QVERIFY(!m_access->resolveBookmark(u"OTHER"_s)); }
+
+    void readableIsWhatLists()
+    {
+        QVERIFY(m_access->isReadable(m_seen));
+        QVERIFY(!m_access->isReadable(m_seen / "missing"));
+    }
+
+private:
+    void begin(const Path &documents)
+    {
+        m_access = std::make_unique<PortalAccess>(std::make_shared<PosixFileManager>(), *m_defaults,
+                                                  documents);
+    }
+
+    static Path documentAt(const Path &documents)
+    {
+        const auto seen = documents / "1a2b3c4d/CARD";
+        std::filesystem::create_directories(seen);
+        return seen;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    Path m_home;
+    Path m_documents;
+    Path m_seen;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<PortalAccess> m_access;
+};
+
+QTEST_GUILESS_MAIN(PortalAccessTest)
+#include "PortalAccessTest.moc"
