@@ -9,6 +9,7 @@
 #include "app/MenuCommands.h"
 #include "platform/settings/UserDefaults.h"
 #include "tests/app/FakeAccess.h"
+#include "tests/app/FakeDialog.h"
 #include "tests/app/FakeVolumes.h"
 #include "tests/app/GatedFiles.h"
 #include "tests/ui/MadeUpMetadata.h"
@@ -35,6 +36,7 @@ public:
         , cardReads(metadata, files)
         , appState({.volumes = &volumes,
                     .access = access,
+                    .folderDialog = &dialog,
                     .fileManager = files,
                     .reader = metadata,
                     .defaults = &defaults,
@@ -118,6 +120,7 @@ public:
     std::shared_ptr<FakeAccess> access = std::make_shared<FakeAccess>();
     std::shared_ptr<GatedFiles> files = std::make_shared<GatedFiles>();
     std::shared_ptr<MadeUpMetadata> metadata = std::make_shared<MadeUpMetadata>();
+    FakeDialog dialog;
     MadeUpPictures pictures;
     FakeVolumes volumes;
     UserDefaults defaults;
