@@ -234,6 +234,7 @@ void AppState::grantAccess()
 {
     if (m_now.card && m_now.phase.kind == Kind::NeedsAccess) {
         const Operation operation(*this);
+        m_opener.cancel(); // a wish for another card is older than this one
         m_request.ask(*m_now.card);
     }
 }

@@ -111,6 +111,23 @@ private Q_SLOTS:
         QVERIFY(!app().requestingAccess());
     }
 
+    void whoAsksForAccessWishesForNoOtherCard()
+    {
+        needAccess();
+        const auto two = m_bench->makeCard("TWO", Workbench::shots(1));
+        m_bench->access->hold(two);
+        m_bench->mountCard("TWO", {});
+        QTRY_VERIFY(app().canSwitchCards());
+        app().cycleCard();
+
+        app().grantAccess();
+        m_bench->access->letAllGo();
+
+        QTest::qWait(50);
+        QCOMPARE(app().cardName(), u"CARD"_s);
+        QVERIFY(dialog().isOpen);
+    }
+
     void theEndClosesTheDialog()
     {
         needAccess();
