@@ -2,11 +2,16 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 
 # kestle_test(Name library...): Name.cpp holds one Qt Test class; it links the one layer it tests.
-# Exit status 77 means skipped, with the reason printed.
 function(kestle_test name)
     add_executable(${name} ${name}.cpp)
     target_link_libraries(${name} PRIVATE Qt6::Test ${ARGN})
-    add_test(NAME ${name} COMMAND ${name})
+    kestle_test_run(${name} ${name})
+endfunction()
+
+# kestle_test_run(Name command...): one run of a test. Exit status 77 means skipped, with the reason
+# printed.
+function(kestle_test_run name)
+    add_test(NAME ${name} COMMAND ${ARGN})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 120
         SKIP_RETURN_CODE 77
