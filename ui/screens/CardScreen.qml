@@ -16,8 +16,20 @@ Item {
     readonly property int kind: root.appState.phase.kind
     readonly property string cardName: root.appState.cardName !== "" ? root.appState.cardName : qsTr("Card")
 
-    // No folder dialog has room for a sentence of ours.
-    readonly property string question: qsTr("Kestle needs permission to read and delete files on “%1”. Click Grant Access to allow it.").arg(root.cardName)
+    // No folder dialog has room for a sentence of ours; one in the window covers the middle.
+    Text {
+        objectName: "question"
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 76
+        width: Math.min(implicitWidth, root.width - 80)
+        visible: root.appState.requestingAccess
+        text: qsTr("Kestle needs permission to read and delete files on “%1”. Click Grant Access to allow it.").arg(root.cardName)
+        wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignHCenter
+        textFormat: Text.PlainText
+        color: Look.primary
+        font.pixelSize: Look.body
+    }
 
     Column {
         anchors.centerIn: parent
@@ -52,7 +64,7 @@ Item {
                 anchors.horizontalCenter: parent.horizontalCenter
                 visible: text !== ""
                 width: Math.min(implicitWidth, root.width - 80)
-                text: root.appState.requestingAccess ? root.question : root.messageFor(root.kind)
+                text: root.messageFor(root.kind)
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
                 textFormat: Text.PlainText

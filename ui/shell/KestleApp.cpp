@@ -60,7 +60,7 @@ KestleApp::KestleApp(Extras extras)
                                        : std::make_shared<PosixFileManager>())
     , m_reader(std::make_shared<ExifReader>())
     , m_cardReads(m_reader, m_fileManager)
-    , m_folderDialog(PortalFolderDialog::onSessionBus(&m_quickFolderDialog))
+    , m_folderDialog(PortalFolderDialog::onSessionBus(&m_windowFolderDialog))
     , m_appState(services())
     , m_keyHandler(m_appState)
     , m_menuCommands(m_appState, m_keyHandler)
@@ -70,7 +70,7 @@ KestleApp::KestleApp(Extras extras)
 
 KestleApp::~KestleApp()
 {
-    m_quickFolderDialog.setHome(nullptr, nullptr); // its dialog goes before the engine
+    m_windowFolderDialog.setHome(nullptr, nullptr); // its dialog goes before the engine
 }
 
 AppState::Services KestleApp::services()
@@ -120,7 +120,7 @@ bool KestleApp::show()
     if (!m_window) {
         return false;
     }
-    m_quickFolderDialog.setHome(&m_engine, m_window);
+    m_windowFolderDialog.setHome(&m_engine, m_window);
     m_appState.start();
     m_keyMonitor.install(m_window);
     return true;

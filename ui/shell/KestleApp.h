@@ -12,7 +12,7 @@
 #include "platform/settings/UserDefaults.h"
 #include "ui/shell/JoinedVolumes.h"
 #include "ui/shell/KeyMonitor.h"
-#include "ui/shell/QuickFolderDialog.h"
+#include "ui/shell/WindowFolderDialog.h"
 
 #include <QPointer>
 #include <QQmlApplicationEngine>
@@ -61,7 +61,7 @@ private:
     std::shared_ptr<FileManager> m_fileManager;
     std::shared_ptr<const MetadataReading> m_reader;
     CardReads m_cardReads;
-    QuickFolderDialog m_quickFolderDialog;
+    WindowFolderDialog m_windowFolderDialog;
     std::unique_ptr<PortalFolderDialog> m_folderDialog;
     AppState m_appState;
     KeyHandler m_keyHandler;
