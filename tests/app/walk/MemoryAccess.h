@@ -16,6 +16,7 @@ public:
 
     [[nodiscard]] bool isReadable(const std::filesystem::path &url) const override
     {
+        m_world.touchCard();
         m_world.pass(WalkGate::probe(url.native()));
         return m_world.read([&](const WalkWorld &facts) {
             const auto *mount = facts.mountAt(url.native());
@@ -26,6 +27,7 @@ public:
     [[nodiscard]] std::optional<std::filesystem::path>
     resolveBookmark(const QString &volumeUUID) override
     {
+        m_world.touchCard();
         const auto place =
             m_world.read([&](const WalkWorld &facts) { return facts.resolved(volumeUUID); });
         if (place) {

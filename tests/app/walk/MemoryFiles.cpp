@@ -12,6 +12,7 @@ static const std::string dcim = "/DCIM";
 
 std::vector<Path> MemoryFiles::regularFilesBelow(const Path &folder) const
 {
+    m_world.touchCard();
     const auto root = folder.parent_path().native();
     m_world.pass(WalkGate::scan(root));
     if (!m_world.mayRead(root)) {
@@ -31,6 +32,7 @@ std::vector<Path> MemoryFiles::regularFilesBelow(const Path &folder) const
 
 std::optional<EntryKind> MemoryFiles::kindOf(const Path &path) const
 {
+    m_world.touchCard();
     const auto root = path.parent_path().native();
     const bool isDcim = m_world.read([&](const WalkWorld &facts) {
         const auto *mount = facts.mountAt(root);
@@ -41,6 +43,7 @@ std::optional<EntryKind> MemoryFiles::kindOf(const Path &path) const
 
 bool MemoryFiles::isListable(const Path &folder) const
 {
+    m_world.touchCard();
     return m_world.mayRead(folder.native());
 }
 
@@ -61,6 +64,7 @@ std::optional<qint64> MemoryFiles::fileSize(const Path &path) const
 
 bool MemoryFiles::isReadOnly(const Path &folder) const
 {
+    m_world.touchCard();
     return m_world.read([&](const WalkWorld &facts) {
         const auto *mount = facts.mountAt(folder.native());
         return mount && facts.cards[mount->card].isReadOnly;
@@ -69,6 +73,7 @@ bool MemoryFiles::isReadOnly(const Path &folder) const
 
 std::unique_ptr<HeldCard> MemoryFiles::hold(const Path &root, std::error_code &error) const
 {
+    m_world.touchCard();
     const auto life = m_world.read([&](const WalkWorld &facts) {
         const auto *mount = facts.mountAt(root.native());
         return mount ? std::optional(mount->life) : std::nullopt;

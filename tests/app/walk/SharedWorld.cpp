@@ -3,6 +3,9 @@
 
 #include "tests/app/walk/SharedWorld.h"
 
+#include <QCoreApplication>
+#include <QThread>
+
 using namespace Qt::StringLiterals;
 
 WalkWorld SharedWorld::facts() const
@@ -24,6 +27,14 @@ void SharedWorld::release()
 }
 
 // Whoever opens a gate counts those who wait out: until they have woken up, they are at work.
+
+void SharedWorld::touchCard()
+{
+    if (QThread::currentThread() == QCoreApplication::instance()->thread()) {
+        const std::scoped_lock lock(m_mutex);
+        m_offences.append(u"the main thread touches a card"_s);
+    }
+}
 
 void SharedWorld::pass(const std::string &gate)
 {

@@ -38,6 +38,9 @@ public:
     void hold();
     void release();
 
+    /// To be called by whatever touches a card, which the main thread never may.
+    void touchCard();
+
     /// Waits while the gate is closed.
     void pass(const std::string &gate);
     void open(const std::string &gate);
