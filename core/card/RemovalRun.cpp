@@ -101,7 +101,7 @@ DeleteResult RemovalRun::run(const Progress &progress, const std::stop_token &st
                 fail(m_targets[index], std::make_error_code(std::errc::operation_canceled));
                 continue;
             }
-            judge(m_targets[index]);
+            judge(m_targets[index], stop);
             if (progress) {
                 progress(static_cast<qint64>(index + 1), total);
             }
@@ -142,7 +142,7 @@ void RemovalRun::openFolders(size_t first, size_t &end)
     }
 }
 
-void RemovalRun::judge(Target &target)
+void RemovalRun::judge(Target &target, const std::stop_token &stop)
 {
     if (!target.isInside) {
         return; // has its reason already
@@ -156,6 +156,8 @@ void RemovalRun::judge(Target &target)
         failOrNotFound(target, found.error);
     } else if (found.kind == HeldCard::EntryKind::Directory) {
         target.reason = DeletionReasons::notARegularFile();
+    } else if (stop.stop_requested()) { // a card that hung may have taken long over the look
+        fail(target, std::make_error_code(std::errc::operation_canceled));
     } else {
         removeFrom(target);
     }

@@ -46,7 +46,7 @@ private:
     [[nodiscard]] const Location &resolvedFolder(const Location &url);
     [[nodiscard]] Target targetAt(const Location &url);
     void openFolders(size_t first, size_t &end);
-    void judge(Target &target);
+    void judge(Target &target, const std::stop_token &stop);
     void removeFrom(Target &target);
     void fail(Target &target, const std::error_code &error);
     void failOrNotFound(Target &target, const std::error_code &error);
