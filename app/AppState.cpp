@@ -232,7 +232,7 @@ void AppState::openAnswered(const CardProbe &probe)
 
 void AppState::grantAccess()
 {
-    if (m_now.card && m_now.phase.kind == Kind::NeedsAccess) {
+    if (m_now.card && m_now.phase.kind == Kind::NeedsAccess && !m_opener.isJudging(*m_now.card)) {
         const Operation operation(*this);
         m_opener.cancel(); // a wish for another card is older than this one
         m_request.ask(*m_now.card);

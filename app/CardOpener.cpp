@@ -43,6 +43,7 @@ void CardOpener::cancel()
     ++m_wish;
     m_search.reset();
     m_wanted.reset();
+    m_judged.reset();
 }
 
 void CardOpener::forgetAllBut(const QList<CardInfo> &mounted)
@@ -164,7 +165,13 @@ void CardOpener::decide()
 void CardOpener::judgeGrant(const CardInfo &card, const std::filesystem::path &url)
 {
     cancel();
+    m_judged = card;
     awaitGrant(card, url);
+}
+
+bool CardOpener::isJudging(const CardInfo &card) const
+{
+    return m_judged && isSameVolume(*m_judged, card);
 }
 
 QCoro::Task<> CardOpener::awaitGrant(CardInfo card, std::filesystem::path url)
@@ -185,5 +192,6 @@ QCoro::Task<> CardOpener::awaitGrant(CardInfo card, std::filesystem::path url)
         }
         probe.hasSession = kept.snapshot.has_value();
     }
+    m_judged.reset();
     Q_EMIT granted(probe);
 }

@@ -41,6 +41,9 @@ public:
     /// Looks at @p card by a new grant of @p url, whose access is open, and tells it by granted().
     void judgeGrant(const CardInfo &card, const std::filesystem::path &url);
 
+    /// Whether a grant for @p card is being looked at.
+    [[nodiscard]] bool isJudging(const CardInfo &card) const;
+
     /// Forgets the newest wish.
     void cancel();
 
@@ -83,6 +86,7 @@ private:
     // The newest wish is one of these, or for a grant.
     std::optional<Search> m_search;
     std::optional<CardInfo> m_wanted;
+    std::optional<CardInfo> m_judged;
     qint64 m_wish = 0; ///< counts wishes
 
     QThreadPool m_pool{this};

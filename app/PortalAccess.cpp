@@ -58,7 +58,11 @@ void PortalAccess::saveBookmark(const std::filesystem::path &url, const QString 
 std::filesystem::path PortalAccess::root(const std::filesystem::path &volumeURL,
                                          const std::filesystem::path &granted) const
 {
-    return DocumentGrant::ofPath(granted) ? granted : volumeURL;
+    const auto grant = DocumentGrant::ofPath(granted);
+    const bool isWholeFolder =
+        grant && granted.parent_path().filename() == grant->document.toStdString();
+    // Another folder, or another card of the same UUID, must not be read and cleaned in its place.
+    return isWholeFolder && granted.filename() == volumeURL.filename() ? granted : volumeURL;
 }
 
 void PortalAccess::stopAccess(const std::filesystem::path & /*url*/)

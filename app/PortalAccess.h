@@ -20,6 +20,8 @@ public:
     [[nodiscard]] std::optional<std::filesystem::path>
     resolveBookmark(const QString &volumeUUID) override;
     void saveBookmark(const std::filesystem::path &url, const QString &volumeUUID) override;
+    /// The document, if it is the whole folder of that name; else the volume itself, which the
+    /// sandbox does not show.
     [[nodiscard]] std::filesystem::path root(const std::filesystem::path &volumeURL,
                                              const std::filesystem::path &granted) const override;
     void stopAccess(const std::filesystem::path &url) override;

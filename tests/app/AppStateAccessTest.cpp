@@ -54,6 +54,21 @@ private Q_SLOTS:
         QTRY_COMPARE(app().phase(), Phase::cardReady(false));
     }
 
+    void whileAGrantIsLookedAtNobodyIsAskedAgain()
+    {
+        needAccess();
+        app().grantAccess();
+        m_bench->access->hold(m_bench->cardRoot);
+        dialog().answer(m_bench->cardRoot);
+
+        app().grantAccess();
+
+        QCOMPARE(dialog().opened, 1);
+        m_bench->access->letAllGo();
+        QTRY_COMPARE(app().phase(), Phase::cardReady(false));
+        QVERIFY(m_bench->access->bookmarks.contains(u"UUID-CARD"_s));
+    }
+
     void aRefusalCanBeReconsidered()
     {
         needAccess();

@@ -74,6 +74,15 @@ private Q_SLOTS:
         QCOMPARE(m_access->root("/media/user/CARD", m_seen), m_seen);
     }
 
+    void anotherFolderIsNotTakenForTheCard()
+    {
+        const Path card = "/media/user/CARD";
+
+        QCOMPARE(m_access->root(card, m_documents / "1a2b3c4d/OTHER"), card);
+        QCOMPARE(m_access->root(card, m_documents / "1a2b3c4d/OTHER/CARD"), card);
+        QCOMPARE(m_access->root("/media/user/CARD1", m_seen), Path("/media/user/CARD1"));
+    }
+
     void anUnknownVolumeHasNoGrant() { QVERIFY(!m_access->resolveBookmark(u"OTHER"_s)); }
 
     void readableIsWhatLists()
