@@ -86,6 +86,7 @@ int main(int argc, char **argv)
         makeCard(folder, isKept, secondFolder, volumes);
     });
     const int status = QGuiApplication::exec();
+    quitGuard.arm(KestleApp::patienceWithWork, status);
     kestle.finish();
     maker.waitForDone();
     quitGuard.arm(KestleApp::patienceAtTheEnd, status);

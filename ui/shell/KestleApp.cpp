@@ -60,12 +60,18 @@ KestleApp::KestleApp(Extras extras)
                                        : std::make_shared<PosixFileManager>())
     , m_reader(std::make_shared<ExifReader>())
     , m_cardReads(m_reader, m_fileManager)
-    , m_folderDialog(PortalFolderDialog::onSessionBus(&m_windowFolderDialog))
+    , m_folderDialog(PortalFolderDialog::onSessionBus(dialogWithoutPortal()))
     , m_appState(services())
     , m_keyHandler(m_appState)
     , m_menuCommands(m_appState, m_keyHandler)
     , m_keyMonitor(keyAnswers())
 {
+}
+
+/// Inside a sandbox only the portal can grant anything.
+FolderDialog *KestleApp::dialogWithoutPortal()
+{
+    return isSandboxed(qgetenv("SNAP")) ? nullptr : &m_windowFolderDialog;
 }
 
 KestleApp::~KestleApp()

@@ -41,6 +41,9 @@ public:
     /// Waits for what must be finished before the program ends.
     void finish() { m_appState.finish(); }
 
+    /// How long that may take: a file and its folder need not so long, unless their card hangs.
+    static constexpr std::chrono::milliseconds patienceWithWork = std::chrono::seconds(30);
+
     /// How long a card may then hold up the end.
     static constexpr std::chrono::milliseconds patienceAtTheEnd = std::chrono::seconds(2);
 
@@ -53,6 +56,7 @@ private:
     [[nodiscard]] KeyMonitor::Answers keyAnswers();
     [[nodiscard]] int screenMaxPixelOfWindow() const;
     [[nodiscard]] QString portalNameOfWindow() const;
+    [[nodiscard]] FolderDialog *dialogWithoutPortal();
 
     QPointer<QQuickWindow> m_window;
     JoinedVolumes m_volumes;

@@ -19,10 +19,23 @@ QuitGuard::~QuitGuard()
 
 void QuitGuard::arm(std::chrono::milliseconds patience, int status)
 {
-    m_thread = std::thread([this, patience, status] {
-        std::unique_lock lock(m_mutex);
-        if (!m_over.wait_for(lock, patience, [this] { return m_isOver; })) {
-            std::_Exit(status);
+    const std::scoped_lock lock(m_mutex);
+    m_deadline = std::chrono::steady_clock::now() + patience;
+    m_status = status;
+    m_over.notify_all();
+    if (!m_thread.joinable()) {
+        m_thread = std::thread([this] { watch(); });
+    }
+}
+
+void QuitGuard::watch()
+{
+    std::unique_lock lock(m_mutex);
+    while (!m_isOver) {
+        const auto deadline = m_deadline;
+        m_over.wait_until(lock, deadline);
+        if (!m_isOver && std::chrono::steady_clock::now() >= m_deadline) {
+            std::_Exit(m_status);
         }
-    });
+    }
 }

@@ -18,13 +18,17 @@ public:
     /// The end has come by itself.
     ~QuitGuard();
 
-    /// To be called when all is done that must be done. The process ends with @p status when
-    /// @p patience has passed and the guard is still there. Once.
+    /// The process ends with @p status when @p patience has passed and the guard is still there.
+    /// Takes the place of what was said before.
     void arm(std::chrono::milliseconds patience, int status);
 
 private:
+    void watch();
+
     std::mutex m_mutex;
     std::condition_variable m_over;
     bool m_isOver = false;
+    std::chrono::steady_clock::time_point m_deadline;
+    int m_status = 0;
     std::thread m_thread;
 };

@@ -18,7 +18,10 @@ WindowFolderDialog::~WindowFolderDialog() = default;
 
 void WindowFolderDialog::setHome(QQmlEngine *engine, QQuickWindow *window)
 {
-    close();
+    if (m_popup) {
+        m_popup->disconnect(this);
+        m_popup.reset(); // before its engine
+    }
     m_engine = engine;
     m_window = window;
 }

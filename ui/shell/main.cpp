@@ -21,6 +21,7 @@ int main(int argc, char **argv)
         return 1;
     }
     const int status = QGuiApplication::exec();
+    quitGuard.arm(KestleApp::patienceWithWork, status);
     kestle.finish();
     quitGuard.arm(KestleApp::patienceAtTheEnd, status);
     return status;

@@ -28,6 +28,21 @@ private Q_SLOTS:
         QCOMPARE(endOf(child), 7);
     }
 
+    void aNewPatienceTakesThePlaceOfTheOld()
+    {
+        const auto child = ::fork();
+        if (child == 0) {
+            QuitGuard guard;
+            guard.arm(1h, 1);
+            guard.arm(50ms, 7);
+            for (;;) {
+                ::pause();
+            }
+        }
+
+        QCOMPARE(endOf(child), 7);
+    }
+
     void anEndThatComesByItselfIsLeftAlone()
     {
         const auto child = ::fork();
