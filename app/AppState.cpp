@@ -303,6 +303,7 @@ void AppState::cullItems(const ScanRun::Result &scanned)
     m_now.session =
         std::make_shared<CullSession>(scanned.items, decisions.rejectedIDs, decisions.currentIndex);
     m_inventoryHash = scanned.inventoryHash;
+    m_scannedCard = scanned.mark;
     m_services.pipeline->beginSelection(m_selection);
     m_now.phase = Phase::culling();
     prefetchCurrent();
@@ -519,6 +520,7 @@ void AppState::performDelete()
     const auto endangered =
         rejectsWithKeptHeirs(m_now.session->items(), m_now.session->rejectedIDs());
     const DeletionRun::Job job = {.volumeURL = cardRoot(),
+                                  .scanned = m_scannedCard,
                                   .selection = m_selection,
                                   .rejects = rejects,
                                   .endangeredIDs = endangered,

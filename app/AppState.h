@@ -284,5 +284,6 @@ private:
     std::shared_ptr<const OpenAccess> m_access;    ///< to the card, where it needs one
     std::optional<SessionSnapshot> m_lastSnapshot; ///< of the current selection
     QString m_inventoryHash;                       ///< of the session's items
+    std::shared_ptr<const CardMark> m_scannedCard; ///< that the session's items are on
     qint64 m_selection = 0; ///< counts selections of a card; ids repeat between them
 };

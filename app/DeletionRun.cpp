@@ -63,7 +63,7 @@ QCoro::Task<> DeletionRun::run(Job job, std::stop_token stop)
     };
     const auto work = [job, progress, stop, files = m_fileManager] {
         return DeleteEngine::deleteFiles(DeleteEngine::urls(job.rejects), job.volumeURL, *files,
-                                         progress, stop);
+                                         progress, stop, job.scanned.get());
     };
     m_work = QtConcurrent::run(&m_pool, work);
     const auto result = co_await QFuture(m_work);

@@ -5,6 +5,7 @@
 
 #include "core/card/DeleteResult.h"
 #include "core/model/MediaItem.h"
+#include "platform/files/CardMark.h"
 
 #include <QCoroTask>
 #include <QFuture>
@@ -28,8 +29,9 @@ class DeletionRun : public QObject {
 public:
     /// What a run is about; it comes back with the result, whatever the session is by then.
     struct Job {
-        std::filesystem::path volumeURL = {}; ///< where the files of the card are
-        qint64 selection = 0;                 ///< of the card, as its owner counts them
+        std::filesystem::path volumeURL = {};         ///< where the files of the card are
+        std::shared_ptr<const CardMark> scanned = {}; ///< what the card must be known again by
+        qint64 selection = 0;                         ///< of the card, as its owner counts them
         QList<MediaItem> rejects = {};
         QSet<QString> endangeredIDs = {}; ///< of rejects that no decision may be remembered by
         qint64 keptCount = 0;             ///< items that are not rejected

@@ -49,8 +49,10 @@ QCoro::Task<> ScanRun::run(std::filesystem::path volumeURL, QString volumeUUID,
     const QPointer self(this);
     const auto number = m_run;
     Result result;
-    result.items =
+    const CardScan scan =
         co_await CardScanner::scanDetached(&m_pool, volumeURL, m_fileManager, m_reader, stop);
+    result.items = scan.items;
+    result.mark = scan.mark;
     if (!self || number != m_run) {
         co_return;
     }

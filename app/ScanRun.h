@@ -5,6 +5,7 @@
 
 #include "app/SessionKeeper.h"
 #include "core/model/MediaItem.h"
+#include "platform/files/CardMark.h"
 
 #include <QCoroTask>
 #include <QList>
@@ -25,7 +26,8 @@ class ScanRun : public QObject {
 public:
     struct Result {
         QList<MediaItem> items = {}; ///< in shooting order; none when the card went meanwhile
-        QString inventoryHash = {};  ///< of the items, if there are any
+        std::shared_ptr<const CardMark> mark = {}; ///< of the card
+        QString inventoryHash = {};                ///< of the items, if there are any
         SessionKeeper::Kept kept = {};
     };
 

@@ -36,6 +36,7 @@ public:
         std::error_code error;
         m_card = fileManager.hold(volumeURL, error);
         if (m_card) {
+            m_mark = m_card->mark();
             m_card->chooseWitness({});
         }
     }
@@ -46,8 +47,11 @@ public:
         return m_card && !m_card->proveAlive() ? items : QList<MediaItem>();
     }
 
+    [[nodiscard]] std::shared_ptr<const CardMark> mark() const { return m_mark; }
+
 private:
     std::unique_ptr<HeldCard> m_card;
+    std::shared_ptr<const CardMark> m_mark;
 };
 
 } // namespace
@@ -59,9 +63,9 @@ static QList<MediaItem> inShootingOrder(QList<MediaItem> items)
 }
 
 /// Blocks its thread; the dates are read on threads of its own.
-static QList<MediaItem> scanConcurrently(const std::filesystem::path &volumeURL,
-                                         const FileManager &fileManager,
-                                         const MetadataReading &reader, const std::stop_token &stop)
+static CardScan scanConcurrently(const std::filesystem::path &volumeURL,
+                                 const FileManager &fileManager, const MetadataReading &reader,
+                                 const std::stop_token &stop)
 {
     WatchedCard card(volumeURL, fileManager);
     auto items = Pairing::pair(CardScanner::listFiles(volumeURL, fileManager));
@@ -78,7 +82,7 @@ static QList<MediaItem> scanConcurrently(const std::filesystem::path &volumeURL,
         readers.start(readDates);
     }
     readers.waitForDone();
-    return card.believed(inShootingOrder(std::move(items)));
+    return {.items = card.believed(inShootingOrder(std::move(items))), .mark = card.mark()};
 }
 
 bool CardScanner::dcimExists(const std::filesystem::path &volumeURL, const FileManager &fileManager)
@@ -103,10 +107,10 @@ QList<MediaItem> CardScanner::scan(const std::filesystem::path &volumeURL,
     return card.believed(inShootingOrder(std::move(items)));
 }
 
-QCoro::Task<QList<MediaItem>>
-CardScanner::scanDetached(QThreadPool *pool, std::filesystem::path volumeURL,
-                          std::shared_ptr<const FileManager> fileManager,
-                          std::shared_ptr<const MetadataReading> reader, std::stop_token stop)
+QCoro::Task<CardScan> CardScanner::scanDetached(QThreadPool *pool, std::filesystem::path volumeURL,
+                                                std::shared_ptr<const FileManager> fileManager,
+                                                std::shared_ptr<const MetadataReading> reader,
+                                                std::stop_token stop)
 {
     const auto scanCard = [volumeURL, fileManager, reader, stop] {
         return scanConcurrently(volumeURL, *fileManager, *reader, stop);

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "core/card/CardScan.h"
 #include "core/metadata/MetadataReading.h"
 #include "core/model/MediaItem.h"
 #include "platform/files/FileManager.h"
@@ -37,10 +38,10 @@ inline constexpr int maxConcurrentReads = 8;
 
 /// The same, on a thread of @p pool and with up to maxConcurrentReads reads at once. After @p stop
 /// was requested the remaining dates are not read any more and the result means nothing.
-[[nodiscard]] QCoro::Task<QList<MediaItem>>
-scanDetached(QThreadPool *pool, std::filesystem::path volumeURL,
-             std::shared_ptr<const FileManager> fileManager,
-             std::shared_ptr<const MetadataReading> reader, std::stop_token stop = {});
+[[nodiscard]] QCoro::Task<CardScan> scanDetached(QThreadPool *pool, std::filesystem::path volumeURL,
+                                                 std::shared_ptr<const FileManager> fileManager,
+                                                 std::shared_ptr<const MetadataReading> reader,
+                                                 std::stop_token stop = {});
 
 /// Whether @p a was shot before @p b: by date, those without one first, then by display name, then
 /// by id.

@@ -36,9 +36,9 @@ qint64 DeleteEngine::totalBytes(const std::vector<Location> &urls, const FileMan
 
 DeleteResult DeleteEngine::deleteFiles(const std::vector<Location> &urls, const Location &volumeURL,
                                        const FileManager &fileManager, const Progress &progress,
-                                       const std::stop_token &stop)
+                                       const std::stop_token &stop, const CardMark *scanned)
 {
-    return RemovalRun(urls, volumeURL, fileManager).run(progress, stop);
+    return RemovalRun(urls, volumeURL, fileManager, scanned).run(progress, stop);
 }
 
 QStringList DeleteEngine::failedItemIDs(const QList<MediaItem> &items, const DeleteResult &result)

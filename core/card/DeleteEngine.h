@@ -33,13 +33,13 @@ using Progress = std::function<void(qint64 done, qint64 total)>;
 /// is a failure, with one of the reasons "outside card volume", "file not found", "not a regular
 /// file", or the system's own text. "file not found" is only said while the card is there.
 ///
-/// Acts on the card that is mounted at the beginning and on no other. When @p stop is requested,
+/// Acts on the card that is mounted at the beginning and on no other; and only if it is the one
+/// that @p scanned, if given, was made of. When @p stop is requested,
 /// the file in hand is finished; those not begun fail as cancelled, without progress.
-[[nodiscard]] DeleteResult deleteFiles(const std::vector<std::filesystem::path> &urls,
-                                       const std::filesystem::path &volumeURL,
-                                       const FileManager &fileManager,
-                                       const Progress &progress = {},
-                                       const std::stop_token &stop = {});
+[[nodiscard]] DeleteResult
+deleteFiles(const std::vector<std::filesystem::path> &urls, const std::filesystem::path &volumeURL,
+            const FileManager &fileManager, const Progress &progress = {},
+            const std::stop_token &stop = {}, const CardMark *scanned = nullptr);
 
 /// The ids of those of @p items that still have a file on the card: a failed one. A file that was
 /// not found counts as deleted.

@@ -30,7 +30,7 @@ static std::string withTrailingSeparator(std::string path)
 }
 
 RemovalRun::RemovalRun(const std::vector<Location> &urls, const Location &volumeURL,
-                       const FileManager &fileManager)
+                       const FileManager &fileManager, const CardMark *scanned)
     : m_urls(urls)
     , m_fileManager(fileManager)
 {
@@ -47,8 +47,8 @@ RemovalRun::RemovalRun(const std::vector<Location> &urls, const Location &volume
     if (!m_card) {
         return;
     }
-    // What was resolved on another card than the one held, must not be looked for on this one.
-    if (!m_card->isAt(root)) {
+    // What was found or resolved on another card than the one held, must not be looked for on this.
+    if (!m_card->isAt(root) || (scanned && !m_card->bears(*scanned))) {
         m_death = std::make_error_code(std::errc::no_such_device);
     }
     m_card->chooseWitness(doomed);

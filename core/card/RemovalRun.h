@@ -15,6 +15,9 @@
 /// removes one file after the other, and believes none of it before the folders have been brought
 /// onto the medium and the card has proven to be there still.
 ///
+/// A card that is not the one that was scanned, if that is told, counts as gone: its files bear the
+/// names of others.
+///
 /// Used once, on one thread. Blocks.
 class RemovalRun {
 public:
@@ -22,7 +25,7 @@ public:
     using Progress = std::function<void(qint64 done, qint64 total)>;
 
     RemovalRun(const std::vector<Location> &urls, const Location &volumeURL,
-               const FileManager &fileManager);
+               const FileManager &fileManager, const CardMark *scanned);
 
     [[nodiscard]] DeleteResult run(const Progress &progress, const std::stop_token &stop);
 

@@ -3,7 +3,10 @@
 
 #pragma once
 
+#include "platform/files/CardMark.h"
+
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -35,6 +38,12 @@ public:
 
     /// Whether @p path still leads to this card's root.
     [[nodiscard]] virtual bool isAt(const std::filesystem::path &path) const = 0;
+
+    /// What this card is known again by when it is held anew.
+    [[nodiscard]] virtual std::shared_ptr<const CardMark> mark() const = 0;
+
+    /// Whether this is the card that @p mark was made of, and it has been mounted all the time.
+    [[nodiscard]] virtual bool bears(const CardMark &mark) const = 0;
 
     /// A link leads nowhere.
     [[nodiscard]] virtual Lookup lookUp(const std::filesystem::path &path) const = 0;

@@ -5,10 +5,10 @@
 
 #include "platform/checks/Precondition.h"
 #include "platform/files/OpenBeneath.h"
+#include "platform/files/PosixCardMark.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -36,26 +36,25 @@ FileDescriptor PosixHeldCard::openRoot(const std::filesystem::path &root, std::e
 
 PosixHeldCard::PosixHeldCard(FileDescriptor root)
     : m_root(std::move(root))
-    , m_identity(identityOf(m_root.number(), "", AT_EMPTY_PATH))
+    , m_identity(FolderIdentity::of(m_root.number()))
     , m_protection(m_root.number())
 {
 }
 
-std::optional<PosixHeldCard::Identity> PosixHeldCard::identityOf(int descriptor, const char *path,
-                                                                 int flags)
-{
-    struct statx status = {};
-    if (::statx(descriptor, path, flags, STATX_INO | STATX_MNT_ID, &status) != 0) {
-        return std::nullopt;
-    }
-    return Identity{.device = ::makedev(status.stx_dev_major, status.stx_dev_minor),
-                    .inode = status.stx_ino,
-                    .mount = (status.stx_mask & STATX_MNT_ID) != 0 ? status.stx_mnt_id : 0};
-}
-
 bool PosixHeldCard::isAt(const std::filesystem::path &path) const
 {
-    return m_identity && identityOf(AT_FDCWD, path.c_str(), 0) == m_identity;
+    return m_identity && FolderIdentity::of(AT_FDCWD, path.c_str(), 0) == m_identity;
+}
+
+std::shared_ptr<const CardMark> PosixHeldCard::mark() const
+{
+    return std::make_shared<PosixCardMark>(m_root.number());
+}
+
+bool PosixHeldCard::bears(const CardMark &mark) const
+{
+    const auto *own = dynamic_cast<const PosixCardMark *>(&mark);
+    return own && m_identity && own->isOf(*m_identity);
 }
 
 HeldCard::Lookup PosixHeldCard::lookUp(const std::filesystem::path &path) const
@@ -86,7 +85,7 @@ std::error_code PosixHeldCard::proveAlive()
     const auto statement = m_witness ? m_witness->ask() : LifeWitness::Statement{};
     if (statement.isProof) {
         m_death = statement.error;
-    } else if (!m_identity || identityOf(m_root.number(), "", AT_EMPTY_PATH) != m_identity) {
+    } else if (!m_identity || FolderIdentity::of(m_root.number()) != m_identity) {
         m_death = {ENODEV, std::generic_category()};
     }
     return m_death;
@@ -101,7 +100,7 @@ std::error_code PosixHeldCard::openFolder(const std::filesystem::path &folder)
     if (!descriptor.isOpen()) {
         return lastError();
     }
-    const auto identity = identityOf(descriptor.number(), "", AT_EMPTY_PATH);
+    const auto identity = FolderIdentity::of(descriptor.number());
     if (!identity) {
         return lastError();
     }
@@ -119,7 +118,7 @@ std::error_code PosixHeldCard::remove(const std::filesystem::path &folder,
     if (!now.isOpen()) {
         return lastError();
     }
-    const auto identity = identityOf(now.number(), "", AT_EMPTY_PATH);
+    const auto identity = FolderIdentity::of(now.number());
     if (!identity) {
         return lastError();
     }

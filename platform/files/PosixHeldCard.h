@@ -5,6 +5,7 @@
 
 #include "platform/files/FatProtection.h"
 #include "platform/files/FileDescriptor.h"
+#include "platform/files/FolderIdentity.h"
 #include "platform/files/HeldCard.h"
 #include "platform/files/LifeWitness.h"
 
@@ -21,6 +22,8 @@ public:
     explicit PosixHeldCard(FileDescriptor root);
 
     [[nodiscard]] bool isAt(const std::filesystem::path &path) const override;
+    [[nodiscard]] std::shared_ptr<const CardMark> mark() const override;
+    [[nodiscard]] bool bears(const CardMark &mark) const override;
     [[nodiscard]] Lookup lookUp(const std::filesystem::path &path) const override;
     void chooseWitness(const PathBytes &doomed) override;
     [[nodiscard]] std::error_code proveAlive() override;
@@ -32,25 +35,13 @@ public:
     [[nodiscard]] std::error_code syncAll() override;
 
 private:
-    /// What tells one folder from every other of the running system.
-    struct Identity {
-        quint64 device = 0;
-        quint64 inode = 0;
-        quint64 mount = 0; ///< 0 where the kernel does not tell (before Linux 5.8)
-
-        bool operator==(const Identity &) const = default;
-    };
-
     struct Folder {
         FileDescriptor descriptor;
-        Identity identity;
+        FolderIdentity identity;
     };
 
-    [[nodiscard]] static std::optional<Identity> identityOf(int descriptor, const char *path,
-                                                            int flags);
-
     FileDescriptor m_root;
-    std::optional<Identity> m_identity;
+    std::optional<FolderIdentity> m_identity;
     FatProtection m_protection;
     std::optional<LifeWitness> m_witness;
     std::error_code m_death;

@@ -34,6 +34,27 @@ private Q_SLOTS:
         QVERIFY(!app().hasSession());
     }
 
+    /// A notice of the change may take its time.
+    void aCardExchangedForANamesakeUnnoticedLosesNothing()
+    {
+        m_bench->cull(3);
+        m_bench->rejectAll();
+        app().finishCulling();
+        auto pulled = m_bench->cardRoot;
+        pulled += ".pulled";
+        std::filesystem::rename(m_bench->cardRoot, pulled);
+        std::filesystem::copy(pulled, m_bench->cardRoot, std::filesystem::copy_options::recursive);
+
+        app().performDelete();
+
+        QTRY_COMPARE(app().phase(), Phase::summary(0, 3, 0));
+        QVERIFY(m_bench->has("DSCF0001.JPG"));
+        QVERIFY(m_bench->has("DSCF0002.JPG"));
+        QVERIFY(m_bench->has("DSCF0003.JPG"));
+        m_bench->cardRoot = pulled;
+        QVERIFY(m_bench->has("DSCF0001.JPG"));
+    }
+
     /// With A.HEIC gone, A.JPG is found under its id.
     void afterADeletionNoPictureOfADeletedFileIsShown()
     {

@@ -17,6 +17,10 @@ public:
 
     bool isAt(const Path &path) const override { return m_real->isAt(path); }
 
+    std::shared_ptr<const CardMark> mark() const override { return m_real->mark(); }
+
+    bool bears(const CardMark &mark) const override { return m_real->bears(mark); }
+
     Lookup lookUp(const Path &path) const override { return m_real->lookUp(path); }
 
     void chooseWitness(const PathBytes &doomed) override { m_real->chooseWitness(doomed); }

@@ -13,6 +13,7 @@
 QList<MediaItem> scannedCard(const std::filesystem::path &root)
 {
     QThreadPool pool;
-    return QCoro::waitFor(CardScanner::scanDetached(
+    const auto scan = QCoro::waitFor(CardScanner::scanDetached(
         &pool, root, std::make_shared<PosixFileManager>(), std::make_shared<ExifReader>()));
+    return scan.items;
 }

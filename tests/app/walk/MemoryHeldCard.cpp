@@ -5,6 +5,19 @@
 
 #include <algorithm>
 
+namespace {
+
+struct LifeMark final : CardMark {
+    explicit LifeMark(int number)
+        : life(number)
+    {
+    }
+
+    int life;
+};
+
+} // namespace
+
 static std::error_code inputOutputError()
 {
     return std::make_error_code(std::errc::io_error);
@@ -21,6 +34,16 @@ bool MemoryHeldCard::isAt(const Path &path) const
         const auto *mount = facts.mountAt(path.native());
         return mount && mount->life == m_life;
     });
+}
+
+std::shared_ptr<const CardMark> MemoryHeldCard::mark() const
+{
+    return std::make_shared<LifeMark>(m_life);
+}
+
+bool MemoryHeldCard::bears(const CardMark &mark) const
+{
+    return dynamic_cast<const LifeMark &>(mark).life == m_life;
 }
 
 HeldCard::Lookup MemoryHeldCard::lookUp(const Path &path) const

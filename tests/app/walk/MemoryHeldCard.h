@@ -20,6 +20,8 @@ public:
     }
 
     bool isAt(const Path &path) const override;
+    std::shared_ptr<const CardMark> mark() const override;
+    bool bears(const CardMark &mark) const override;
     Lookup lookUp(const Path &path) const override;
     void chooseWitness(const PathBytes &doomed) override;
     std::error_code proveAlive() override;

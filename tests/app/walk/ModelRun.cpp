@@ -5,10 +5,12 @@
 
 #include <algorithm>
 
-ModelRun::ModelRun(std::string cardPath, std::vector<ModelSession::Item> rejectedItems, qint64 kept)
+ModelRun::ModelRun(std::string cardPath, int scannedLife,
+                   std::vector<ModelSession::Item> rejectedItems, qint64 kept)
     : path(std::move(cardPath))
     , rejects(std::move(rejectedItems))
     , keptCount(kept)
+    , m_scannedLife(scannedLife)
 {
     for (const auto &item : rejects) {
         files.insert(files.end(), item.files.begin(), item.files.end());
@@ -21,7 +23,7 @@ bool ModelRun::goOn(WalkWorld &world, int passes)
     if (!m_hasBegun) {
         m_hasBegun = true;
         const auto *mount = world.mountAt(path);
-        m_life = mount ? mount->life : 0;
+        m_life = mount && mount->life == m_scannedLife ? m_scannedLife : 0;
     }
     for (; done < files.size(); ++done) {
         auto &outcome = outcomes[done];

@@ -23,7 +23,9 @@ struct ModelRun {
     std::vector<Outcome> outcomes = {};
     size_t done = 0;
 
-    ModelRun(std::string cardPath, std::vector<ModelSession::Item> rejectedItems, qint64 kept);
+    /// @p scannedLife is that of the card that the items were found on.
+    ModelRun(std::string cardPath, int scannedLife, std::vector<ModelSession::Item> rejectedItems,
+             qint64 kept);
 
     [[nodiscard]] bool isAtGate() const { return m_isAtGate; }
 
@@ -42,6 +44,7 @@ private:
     void bringOntoMedium(WalkWorld &world);
 
     bool m_hasBegun = false;
-    int m_life = 0; ///< of the card that is held
+    int m_scannedLife;
+    int m_life = 0; ///< of the card that is held; 0 when it is not the one scanned
     bool m_isAtGate = false;
 };

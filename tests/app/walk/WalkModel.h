@@ -175,6 +175,7 @@ private:
     std::optional<ModelCard> m_wanted;
     std::optional<ModelCard> m_request; ///< that the user is asked for
     std::vector<Scan> m_scans;
+    int m_scannedLife = 0;                              ///< of the card of the session
     std::vector<ModelRun> m_runs;                       ///< at most one is not stopped
     bool m_hasGrant = false;                            ///< the card was opened by one
     std::optional<ModelStore::Snapshot> m_lastSnapshot; ///< of this selection of the card

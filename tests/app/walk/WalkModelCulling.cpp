@@ -53,6 +53,7 @@ bool WalkModel::endScans()
             items = ModelSession::itemsOf(card, scan.path);
         }
     }
+    m_scannedLife = scan.life;
     cullItems(items);
     return true;
 }

@@ -15,7 +15,7 @@ void WalkModel::performDelete()
         return;
     }
     const auto rejects = m_state.session->rejects();
-    m_runs.emplace_back(m_state.card->path, rejects,
+    m_runs.emplace_back(m_state.card->path, m_scannedLife, rejects,
                         m_state.session->count() - static_cast<qint64>(rejects.size()));
     m_state.player.reset();
     m_state.confirmingDelete = false;

@@ -231,7 +231,8 @@ private Q_SLOTS:
         reads->awaited = 8;
 
         const auto items =
-            QCoro::waitFor(CardScanner::scanDetached(&m_pool, m_card->root(), m_files, reads));
+            QCoro::waitFor(CardScanner::scanDetached(&m_pool, m_card->root(), m_files, reads))
+                .items;
 
         QCOMPARE(items.size(), 20);
         QCOMPARE(reads->files.size(), size_t(20));
@@ -277,9 +278,24 @@ private Q_SLOTS:
         QVERIFY(bothScans().isEmpty());
     }
 
+    void aScanTellsWhatTheCardIsKnownAgainBy()
+    {
+        add("A/1.JPG", 100);
+        const TemporaryCard other;
+        std::error_code error;
+
+        const auto scan =
+            QCoro::waitFor(CardScanner::scanDetached(&m_pool, m_card->root(), m_files, m_dates));
+
+        QVERIFY(scan.mark);
+        QVERIFY(m_files->hold(m_card->root(), error)->bears(*scan.mark));
+        QVERIFY(!m_files->hold(other.root(), error)->bears(*scan.mark));
+    }
+
     void aScanLeavesNoDescriptorOpen()
     {
         const auto count = [] {
+            QThreadPool::globalInstance()->waitForDone(); // where marks are let go
             return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
         };
         add("A/1.JPG", 100);
@@ -362,7 +378,8 @@ private:
     {
         const auto items = CardScanner::scan(m_card->root(), *m_files, *m_dates);
         const auto detached =
-            QCoro::waitFor(CardScanner::scanDetached(&m_pool, m_card->root(), m_files, m_dates));
+            QCoro::waitFor(CardScanner::scanDetached(&m_pool, m_card->root(), m_files, m_dates))
+                .items;
         [&] { QCOMPARE(detached, items); }();
         return items;
     }

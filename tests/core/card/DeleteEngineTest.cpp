@@ -432,6 +432,25 @@ private Q_SLOTS:
         QVERIFY(m_card->has("DCIM/2.JPG"));
     }
 
+    void onAnotherCardThanTheOneScannedNothingIsRemoved()
+    {
+        const auto file = m_card->add("DCIM/1.JPG");
+        const TemporaryCard other;
+        const auto namesake = other.add("DCIM/1.JPG");
+        std::error_code error;
+        const auto scanned = m_files->hold(m_card->root(), error)->mark();
+
+        const auto there =
+            DeleteEngine::deleteFiles({namesake}, other.root(), *m_files, {}, {}, scanned.get());
+        const auto here =
+            DeleteEngine::deleteFiles({file}, m_card->root(), *m_files, {}, {}, scanned.get());
+
+        QCOMPARE(there.failures, (std::vector<DeleteResult::Failure>{
+                                     {namesake, textOf(std::errc::no_such_device)}}));
+        QVERIFY(other.has("DCIM/1.JPG"));
+        QCOMPARE(here.deleted, Paths{file});
+    }
+
     void aRunLeavesNoDescriptorOpen()
     {
         const auto count = [] {

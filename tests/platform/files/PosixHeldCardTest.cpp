@@ -1,10 +1,16 @@
 // SPDX-FileCopyrightText: 2026 Kestle contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/files/FolderIdentity.h"
 #include "platform/files/PosixFileManager.h"
 
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <set>
@@ -54,6 +60,54 @@ private Q_SLOTS:
 
         QVERIFY(!m_card->isAt(m_root));
         QVERIFY(m_card->isAt(m_parent / "PULLED"));
+    }
+
+    void aCardIsKnownAgainByItsMark()
+    {
+        const auto mark = m_card->mark();
+        m_card.reset();
+        add("DCIM/1.JPG");
+
+        QVERIFY(hold(m_root)->bears(*mark));
+        QVERIFY(hold(m_root)->bears(*mark));
+        QVERIFY(!hold(m_parent)->bears(*mark));
+
+        replaceCard();
+
+        QVERIFY(!hold(m_root)->bears(*mark));
+        QVERIFY(hold(m_parent / "PULLED")->bears(*mark));
+    }
+
+    void aMarkOfAnotherKindIsNoMarkOfACard()
+    {
+        struct OtherMark final : CardMark {};
+
+        QVERIFY(!m_card->bears(OtherMark()));
+    }
+
+    /// The kernel gives the numbers of the first card to the second.
+    void aCardMountedInThePlaceOfAnotherDoesNotBearItsMark()
+    {
+        if (::geteuid() != 0 || ::unshare(CLONE_NEWNS) != 0 ||
+            ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
+            QSKIP("mounting needs root");
+        }
+        m_card.reset();
+        const auto mountCard = [this] {
+            return ::mount("card", m_root.c_str(), "tmpfs", 0, nullptr) == 0;
+        };
+        QVERIFY(mountCard());
+        const auto mark = hold(m_root)->mark();
+        const auto numbers = FolderIdentity::of(AT_FDCWD, m_root.c_str(), 0);
+        QVERIFY(hold(m_root)->bears(*mark));
+
+        QCOMPARE(::umount(m_root.c_str()), 0); // which the mark does not prevent
+        QVERIFY(mountCard());
+
+        QCOMPARE(FolderIdentity::of(AT_FDCWD, m_root.c_str(), 0), numbers);
+        QVERIFY(!hold(m_root)->bears(*mark));
+        QVERIFY(!hold(m_root)->bears(*mark));
+        QCOMPARE(::umount(m_root.c_str()), 0);
     }
 
     void looksUpFilesAndFoldersButNoLinks()
