@@ -4,6 +4,7 @@
 #include "app/AppState.h"
 
 #include "app/CardAccess.h"
+#include "app/CardReads.h"
 #include "core/card/DeleteEngine.h"
 #include "core/model/SharedNames.h"
 #include "platform/checks/Precondition.h"
@@ -305,6 +306,7 @@ void AppState::cullItems(const ScanRun::Result &scanned)
     m_inventoryHash = scanned.inventoryHash;
     m_scannedCard = scanned.mark;
     m_services.pipeline->beginSelection(m_selection);
+    m_services.cardReads->beginSelection(m_selection);
     m_now.phase = Phase::culling();
     prefetchCurrent();
 }

@@ -6,8 +6,6 @@
 #include "core/metadata/MetadataReading.h"
 #include "platform/files/FileManager.h"
 
-#include <QtConcurrent/qtconcurrentrun.h>
-
 /// The newest item's settings should not wait behind a read that is no longer wanted.
 static constexpr int readsAtOnce = 2;
 
@@ -15,8 +13,16 @@ CardReads::CardReads(std::shared_ptr<const MetadataReading> reader,
                      std::shared_ptr<const FileManager> fileManager)
     : m_reader(std::move(reader))
     , m_fileManager(std::move(fileManager))
+    , m_pool(readsAtOnce)
 {
-    m_pool.setMaxThreadCount(readsAtOnce);
+}
+
+void CardReads::beginSelection(qint64 number)
+{
+    if (m_selection != number) {
+        m_selection = number;
+        m_pool.renew();
+    }
 }
 
 QFuture<std::optional<ImageMetadata>> CardReads::metadata(const std::filesystem::path &url,
@@ -25,7 +31,7 @@ QFuture<std::optional<ImageMetadata>> CardReads::metadata(const std::filesystem:
     auto read = [reader = m_reader, url, stop = std::move(stop)]() -> std::optional<ImageMetadata> {
         return stop.stop_requested() ? std::nullopt : reader->read(url);
     };
-    return QtConcurrent::run(&m_pool, std::move(read));
+    return m_pool.run(std::move(read));
 }
 
 QFuture<QHash<QString, qint64>> CardReads::sizes(const QList<MediaItem> &items,
@@ -45,5 +51,5 @@ QFuture<QHash<QString, qint64>> CardReads::sizes(const QList<MediaItem> &items,
         }
         return sizes;
     };
-    return QtConcurrent::run(&m_pool, std::move(ask));
+    return m_pool.run(std::move(ask));
 }

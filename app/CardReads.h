@@ -5,11 +5,11 @@
 
 #include "core/metadata/ImageMetadata.h"
 #include "core/model/MediaItem.h"
+#include "platform/threads/RenewablePool.h"
 
 #include <QFuture>
 #include <QHash>
 #include <QList>
-#include <QThreadPool>
 
 #include <filesystem>
 #include <memory>
@@ -20,12 +20,16 @@ class MetadataReading;
 
 /// What screens read from the card besides pictures, off the main thread.
 ///
-/// All of it runs on one pool, which is waited for at the end: a screen that goes away never waits
-/// for a slow card. A read that was stopped before it began brings nothing.
+/// All of it runs on threads that are waited for at the end: a screen that goes away never waits
+/// for a slow card. A read that was stopped before it began brings nothing. Main thread only.
 class CardReads {
 public:
     CardReads(std::shared_ptr<const MetadataReading> reader,
               std::shared_ptr<const FileManager> fileManager);
+
+    /// To be told before the first read from a card. When @p number differs from the last one, what
+    /// has not begun brings nothing, and a card that hangs holds up no other.
+    void beginSelection(qint64 number);
 
     [[nodiscard]] QFuture<std::optional<ImageMetadata>> metadata(const std::filesystem::path &url,
                                                                  std::stop_token stop);
@@ -38,5 +42,6 @@ public:
 private:
     std::shared_ptr<const MetadataReading> m_reader;
     std::shared_ptr<const FileManager> m_fileManager;
-    QThreadPool m_pool;
+    RenewablePool m_pool;
+    qint64 m_selection = 0;
 };

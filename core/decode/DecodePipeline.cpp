@@ -5,25 +5,20 @@
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QtConcurrent/qtconcurrenttask.h>
 
 static constexpr qint64 prefetchAhead = 8;
 static constexpr qint64 prefetchBehind = 4;
 
 DecodePipeline::DecodePipeline(Decoders decoders, QObject *parent)
     : QObject(parent)
-    , m_shared(std::make_shared<Shared>())
+    , m_decoders(std::make_shared<const Decoders>(std::move(decoders)))
+    , m_pool(QThread::idealThreadCount())
 {
-    m_shared->decoders = std::move(decoders);
-    m_pool.setThreadPriority(QThread::NormalPriority);
 }
 
 DecodePipeline::~DecodePipeline()
 {
     m_prefetchStop.request_stop();
-    // Queued decodes end at once instead of being dropped, or their waiters would never resume.
-    m_shared->closing = true;
-    m_pool.waitForDone();
 }
 
 void DecodePipeline::beginSelection(qint64 number)
@@ -33,6 +28,7 @@ void DecodePipeline::beginSelection(qint64 number)
     }
     m_selection = number;
     m_prefetchStop.request_stop();
+    m_pool.renew();
     m_screenCache.clear();
     m_thumbCache.clear();
     m_fullCache.clear();
@@ -43,24 +39,20 @@ void DecodePipeline::beginSelection(qint64 number)
 QCoro::Task<QImage> DecodePipeline::decodeOffActor(std::filesystem::path url,
                                                    std::optional<int> maxPixel, Priority priority)
 {
-    auto decode = [shared = m_shared, url = std::move(url), maxPixel] {
-        return shared->closing ? QImage() : shared->decoders.picture(url, maxPixel);
+    auto decode = [decoders = m_decoders, url = std::move(url), maxPixel] {
+        return decoders->picture(url, maxPixel);
     };
-    co_return co_await QtConcurrent::task(std::move(decode))
-        .onThreadPool(m_pool)
-        .withPriority(priority)
-        .spawn();
+    const auto result = m_pool.run(std::move(decode), priority);
+    co_return co_await result;
 }
 
 QCoro::Task<QImage> DecodePipeline::videoFrame(std::filesystem::path url, Priority priority)
 {
-    auto decode = [shared = m_shared, url = std::move(url)] {
-        return shared->closing ? QImage() : shared->decoders.videoFrame(url);
+    auto decode = [decoders = m_decoders, url = std::move(url)] {
+        return decoders->videoFrame(url);
     };
-    co_return co_await QtConcurrent::task(std::move(decode))
-        .onThreadPool(m_pool)
-        .withPriority(priority)
-        .spawn();
+    const auto result = m_pool.run(std::move(decode), priority);
+    co_return co_await result;
 }
 
 QCoro::Task<QImage> DecodePipeline::screenImage(MediaItem item, int maxPixel)

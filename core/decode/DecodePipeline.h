@@ -5,13 +5,12 @@
 
 #include "core/decode/BitmapCache.h"
 #include "core/model/MediaItem.h"
+#include "platform/threads/RenewablePool.h"
 
 #include <QCoroTask>
 #include <QObject>
 #include <QSet>
-#include <QThreadPool>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <stop_token>
@@ -52,7 +51,7 @@ public:
 
     /// To be told before the first request for a card. When @p number differs from the last one,
     /// the caches and the set of ids in flight are emptied, the prefetch is cancelled, and decodes
-    /// that are still running bring nothing.
+    /// that are still running bring nothing; a card that hangs holds up no other.
     void beginSelection(qint64 number);
 
     /// The picture to show full screen, its longest edge at most @p maxPixel; of a clip the
@@ -80,11 +79,6 @@ public:
     [[nodiscard]] const QSet<QString> &inFlight() const { return m_inFlight; }
 
 private:
-    struct Shared {
-        Decoders decoders;
-        std::atomic_bool closing = false;
-    };
-
     [[nodiscard]] QCoro::Task<QImage>
     decodeOffActor(std::filesystem::path url, std::optional<int> maxPixel, Priority priority);
     [[nodiscard]] QCoro::Task<QImage> videoFrame(std::filesystem::path url, Priority priority);
@@ -93,7 +87,7 @@ private:
     QCoro::Task<> runPrefetch(QList<MediaItem> items, int maxPixel, std::stop_token stop);
     void clearInFlight(const QList<MediaItem> &items);
 
-    std::shared_ptr<Shared> m_shared;
+    std::shared_ptr<const Decoders> m_decoders;
     BitmapCache m_screenCache{screenCap};
     BitmapCache m_thumbCache{thumbCap};
     BitmapCache m_fullCache{fullCap};
@@ -102,5 +96,5 @@ private:
     int m_prefetchMaxPixel = 0;
     QList<MediaItem> m_skipped; ///< of the newest prefetch, as an older one still held their ids
     qint64 m_selection = 0;
-    QThreadPool m_pool;
+    RenewablePool m_pool; ///< new for each selection: the last one's card may hang
 };

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/CardReads.h"
 #include "app/KeyHandler.h"
 #include "core/metadata/MetadataReading.h"
 #include "core/store/SessionStore.h"
@@ -30,6 +31,7 @@ public:
                             return QImage(widthOfPictures(url), 8, QImage::Format_RGB32);
                         },
                     .videoFrame = [](const auto &) { return QImage(); }})
+        , cardReads(std::make_shared<NoMetadata>(), files)
     {
         services = {.volumes = &volumes,
                     .access = access,
@@ -38,6 +40,7 @@ public:
                     .reader = std::make_shared<NoMetadata>(),
                     .defaults = &defaults,
                     .pipeline = &pipeline,
+                    .cardReads = &cardReads,
                     .videoPlayer = [this](const auto &url) { return playerOf(url); },
                     .screenMaxPixel = [] { return 700; },
                     .sessionFolder = m_root / "sessions",
@@ -203,6 +206,7 @@ public:
     FakeVolumes volumes;
     UserDefaults defaults;
     DecodePipeline pipeline;
+    CardReads cardReads;
     FakePlayer::Log player;
     QDateTime now = QDateTime::currentDateTimeUtc();
     AppState::Services services;

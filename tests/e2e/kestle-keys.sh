@@ -31,6 +31,14 @@ window_shown() { [[ -n $(xdotool search --onlyvisible --pid "$lab_program" 2>/de
 # A window comes black; with its texts there are shades of grey.
 window_drawn() { (($(import -silent -window root -format '%k' info:-) > 8)); }
 
+# In the middle of the screen there is more than signs on black.
+picture_shown() {
+    local shades
+    shades=$(import -silent -window root png:- |
+        convert - -gravity center -crop 300x200+0-60 +repage -format '%k' info:-)
+    ((shades > 1000))
+}
+
 # The green check mark of a deletion without failures, in the middle of the screen.
 green_check() {
     local share

@@ -85,6 +85,7 @@ void WalkedController::begin()
     const auto frame = [picture](const std::filesystem::path &url) { return picture(url, 0); };
     m_pipeline = std::make_unique<DecodePipeline>(
         DecodePipeline::Decoders{.picture = picture, .videoFrame = frame});
+    m_cardReads = std::make_unique<CardReads>(std::make_shared<NoMetadata>(), m_files);
     m_appState = std::make_unique<AppState>(AppState::Services{
         .volumes = &volumes,
         .access = std::make_shared<MemoryAccess>(m_world),
@@ -93,6 +94,7 @@ void WalkedController::begin()
         .reader = std::make_shared<NoMetadata>(),
         .defaults = &defaults,
         .pipeline = m_pipeline.get(),
+        .cardReads = m_cardReads.get(),
         .videoPlayer =
             [this](const auto &url) { return std::make_unique<FakePlayer>(player, url); },
         .screenMaxPixel = [] { return 700; },

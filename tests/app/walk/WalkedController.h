@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/CardReads.h"
 #include "app/KeyHandler.h"
 #include "app/MenuCommands.h"
 #include "core/metadata/MetadataReading.h"
@@ -72,6 +73,7 @@ private:
     std::shared_ptr<MemoryFiles> m_files;
     std::unique_ptr<EventCount> m_events;
     std::unique_ptr<DecodePipeline> m_pipeline;
+    std::unique_ptr<CardReads> m_cardReads;
     std::unique_ptr<AppState> m_appState;
     std::unique_ptr<KeyHandler> m_keys;
     std::unique_ptr<MenuCommands> m_menu;

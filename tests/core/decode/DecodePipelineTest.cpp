@@ -450,6 +450,27 @@ private Q_SLOTS:
         QVERIFY(m_pipeline->cachedScreenImage(photo(u"1"_s)).isNull());
     }
 
+    void aCardThatHangsHoldsUpNoOther()
+    {
+        m_pipeline->beginSelection(1);
+        m_decoders->isGated = true;
+        QList<QImage> ofTheFirst;
+        for (const auto &item : photos(20)) {
+            collect(m_pipeline->screenImage(item, 100), &ofTheFirst);
+        }
+        QTRY_COMPARE(m_decoders->waiting.load(), QThread::idealThreadCount());
+        m_decoders->isGated = false; // but those that wait go on waiting
+
+        m_pipeline->beginSelection(2);
+
+        QCOMPARE(QCoro::waitFor(m_pipeline->screenImage(photo(u"A"_s), 100)).width(), 100);
+        QCOMPARE(m_decoders->waiting.load(), QThread::idealThreadCount());
+        m_decoders->gate.release(1000);
+        QTRY_COMPARE(ofTheFirst.size(), 20);
+        QCOMPARE(std::ranges::count_if(ofTheFirst, &QImage::isNull), 20);
+        QCOMPARE(m_decoders->decoded().size(), size_t(QThread::idealThreadCount() + 1));
+    }
+
     void aPipelineThatGoesAnswersItsCallersWithNothing()
     {
         m_decoders->isGated = true;
