@@ -250,7 +250,7 @@ void AppState::takeGrant(const CardInfo &card, const std::optional<std::filesyst
 
 std::filesystem::path AppState::cardRoot() const
 {
-    return m_access ? m_access->root(m_now.card->volumeURL) : m_now.card->volumeURL;
+    return m_access ? m_access->root() : m_now.card->volumeURL;
 }
 
 void AppState::openGranted(const CardProbe &probe)

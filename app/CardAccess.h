@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <optional>
 
-/// The right to read and delete the files of a card. Safe from several threads; isReadable() and
-/// resolveBookmark() block on the card and are never called on the main thread.
+/// The right to read and delete the files of a card. Safe from several threads; isReadable(),
+/// resolveBookmark() and root() block on the card and are never called on the main thread.
 class CardAccess {
 public:
     virtual ~CardAccess() = default;

@@ -20,7 +20,7 @@ CardProbe CardProbe::of(const CardInfo &card, const std::shared_ptr<CardAccess> 
     CardProbe probe{.card = card, .readable = access->isReadable(card.volumeURL)};
     if (!probe.readable) {
         if (const auto url = access->resolveBookmark(card.volumeUUID)) {
-            probe.access = std::make_shared<const OpenAccess>(access, *url);
+            probe.access = std::make_shared<const OpenAccess>(access, *url, card.volumeURL);
         }
     }
     if (probe.isAccessible()) {
@@ -33,12 +33,13 @@ CardProbe CardProbe::granted(const CardInfo &card, const std::filesystem::path &
                              const std::shared_ptr<CardAccess> &access,
                              const FileManager &fileManager)
 {
-    CardProbe probe{.card = card, .access = std::make_shared<const OpenAccess>(access, url)};
+    CardProbe probe{.card = card,
+                    .access = std::make_shared<const OpenAccess>(access, url, card.volumeURL)};
     lookInto(probe, fileManager);
     return probe;
 }
 
 std::filesystem::path CardProbe::root() const
 {
-    return access ? access->root(card.volumeURL) : card.volumeURL;
+    return access ? access->root() : card.volumeURL;
 }

@@ -33,7 +33,8 @@ std::optional<std::filesystem::path> DirectAccess::resolveBookmark(const QString
     }
     const auto bookmark = DirectBookmark::from(*stored);
     if (!bookmark || bookmark->volumeUUID != volumeUUID || !isReadable(bookmark->url)) {
-        m_defaults.remove(bookmarkKey(volumeUUID));
+        // The folder may have hung while another was granted.
+        m_defaults.replace(bookmarkKey(volumeUUID), *stored, std::nullopt);
         return std::nullopt;
     }
     return bookmark->url;

@@ -10,9 +10,12 @@
 /// An access to a card that is open as long as this lives.
 class OpenAccess {
 public:
-    OpenAccess(std::shared_ptr<CardAccess> access, std::filesystem::path url)
+    /// To @p url, for the card that is mounted at @p volumeURL. Blocks on the card.
+    OpenAccess(std::shared_ptr<CardAccess> access, std::filesystem::path url,
+               const std::filesystem::path &volumeURL)
         : m_access(std::move(access))
         , m_url(std::move(url))
+        , m_root(m_access->root(volumeURL, m_url))
     {
     }
 
@@ -24,13 +27,11 @@ public:
     /// What was granted.
     [[nodiscard]] const std::filesystem::path &url() const { return m_url; }
 
-    /// Where the files of the card are that is mounted at @p volumeURL.
-    [[nodiscard]] std::filesystem::path root(const std::filesystem::path &volumeURL) const
-    {
-        return m_access->root(volumeURL, m_url);
-    }
+    /// Where the files of the card are.
+    [[nodiscard]] const std::filesystem::path &root() const { return m_root; }
 
 private:
     std::shared_ptr<CardAccess> m_access;
     std::filesystem::path m_url;
+    std::filesystem::path m_root;
 };

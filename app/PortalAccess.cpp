@@ -4,6 +4,7 @@
 #include "app/PortalAccess.h"
 
 #include "platform/access/DocumentGrant.h"
+#include "platform/access/DocumentOrigin.h"
 #include "platform/files/FileManager.h"
 #include "platform/settings/UserDefaults.h"
 
@@ -39,10 +40,10 @@ std::optional<std::filesystem::path> PortalAccess::resolveBookmark(const QString
     }
     const auto renewed = grant->renewed(m_documents);
     if (renewed && renewed != grant && isReadable(renewed->path)) {
-        m_defaults.setBytes(key, renewed->data());
+        m_defaults.replace(key, *stored, renewed->data());
         return renewed->path;
     }
-    m_defaults.remove(key);
+    m_defaults.replace(key, *stored, std::nullopt); // another may have been granted meanwhile
     return std::nullopt;
 }
 
@@ -62,7 +63,9 @@ std::filesystem::path PortalAccess::root(const std::filesystem::path &volumeURL,
     const bool isWholeFolder =
         grant && granted.parent_path().filename() == grant->document.toStdString();
     // Another folder, or another card of the same UUID, must not be read and cleaned in its place.
-    return isWholeFolder && granted.filename() == volumeURL.filename() ? granted : volumeURL;
+    const bool isCard = isWholeFolder && granted.filename() == volumeURL.filename() &&
+                        documentOrigin(granted).value_or(volumeURL) == volumeURL;
+    return isCard ? granted : volumeURL;
 }
 
 void PortalAccess::stopAccess(const std::filesystem::path & /*url*/)

@@ -53,6 +53,12 @@ void UserDefaults::setBoolean(const QString &key, bool value)
 
 std::optional<QByteArray> UserDefaults::bytes(const QString &key) const
 {
+    const std::scoped_lock lock(m_mutex);
+    return storedBytes(key);
+}
+
+std::optional<QByteArray> UserDefaults::storedBytes(const QString &key) const
+{
     const auto value = stored(key);
     return value.metaType() == QMetaType::fromType<QByteArray>()
                ? std::optional(value.toByteArray())
@@ -64,8 +70,20 @@ void UserDefaults::setBytes(const QString &key, const QByteArray &value)
     store(key, value);
 }
 
+void UserDefaults::replace(const QString &key, const QByteArray &expected,
+                           const std::optional<QByteArray> &value)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (storedBytes(key) != expected) {
+        return;
+    }
+    QSettings settings(m_file, QSettings::IniFormat);
+    value ? settings.setValue(escaped(key), *value) : settings.remove(escaped(key));
+}
+
 void UserDefaults::remove(const QString &key)
 {
+    const std::scoped_lock lock(m_mutex);
     QSettings(m_file, QSettings::IniFormat).remove(escaped(key));
 }
 
@@ -79,5 +97,6 @@ QVariant UserDefaults::stored(const QString &key) const
 
 void UserDefaults::store(const QString &key, const QVariant &value)
 {
+    const std::scoped_lock lock(m_mutex);
     QSettings(m_file, QSettings::IniFormat).setValue(escaped(key), value);
 }

@@ -35,11 +35,17 @@ public:
 
     void remove(const QString &key);
 
+    /// Stores @p value under @p key, or removes it, if the bytes there still are @p expected. For
+    /// who took long to judge what he read.
+    void replace(const QString &key, const QByteArray &expected,
+                 const std::optional<QByteArray> &value);
+
 private:
     [[nodiscard]] QVariant stored(const QString &key) const;
+    [[nodiscard]] std::optional<QByteArray> storedBytes(const QString &key) const;
     void store(const QString &key, const QVariant &value);
 
     const QString m_file;
-    mutable std::mutex m_mutex; ///< for m_defaults; QSettings guards the file itself
+    mutable std::mutex m_mutex; ///< for m_defaults and what must not come between two steps
     QVariantMap m_defaults;
 };

@@ -6,6 +6,7 @@
 #include "app/DirectBookmark.h"
 #include "platform/files/PosixFileManager.h"
 #include "platform/settings/UserDefaults.h"
+#include "tests/support/ForwardingFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -87,6 +88,28 @@ private Q_SLOTS:
         fs::create_directory(m_card);
         m_access->saveBookmark(m_card, u"1"_s);
         QCOMPARE(m_access->resolveBookmark(u"1"_s), m_card);
+    }
+
+    void aGrantGivenWhileTheOldOneIsJudgedStays()
+    {
+        class SlowFiles final : public ForwardingFiles {
+        public:
+            bool isListable(const Path &) const override
+            {
+                meanwhile();
+                return false;
+            }
+            std::function<void()> meanwhile;
+        };
+        const auto newer = m_card / "newer";
+        fs::create_directory(newer);
+        const auto files = std::make_shared<SlowFiles>();
+        files->meanwhile = [&] { m_access->saveBookmark(newer, u"1"_s); };
+        m_access->saveBookmark(m_card, u"1"_s);
+
+        QVERIFY(!DirectAccess(files, *m_defaults).resolveBookmark(u"1"_s));
+
+        QCOMPARE(m_access->resolveBookmark(u"1"_s), newer);
     }
 
     void anUnusableBookmarkIsForgotten_data()

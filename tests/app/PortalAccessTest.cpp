@@ -4,9 +4,12 @@
 #include "app/PortalAccess.h"
 #include "platform/files/PosixFileManager.h"
 #include "platform/settings/UserDefaults.h"
+#include "tests/support/ForwardingFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/xattr.h>
 
 using namespace Qt::StringLiterals;
 using Path = std::filesystem::path;
@@ -81,6 +84,50 @@ private Q_SLOTS:
         QCOMPARE(m_access->root(card, m_documents / "1a2b3c4d/OTHER"), card);
         QCOMPARE(m_access->root(card, m_documents / "1a2b3c4d/OTHER/CARD"), card);
         QCOMPARE(m_access->root("/media/user/CARD1", m_seen), Path("/media/user/CARD1"));
+    }
+
+    /// Newer portals tell where a folder really is.
+    void aFolderOfTheSameNameElsewhereIsNotTakenForTheCard()
+    {
+        const Path card = "/media/user/CARD";
+        const auto originIs = [this](std::string_view origin) {
+            return ::setxattr(m_seen.c_str(), "user.document-portal.host-path", origin.data(),
+                              origin.size(), 0) == 0;
+        };
+        if (!originIs("/media/user/CARD")) {
+            QSKIP("the temporary folder knows no extended attributes");
+        }
+
+        QCOMPARE(m_access->root(card, m_seen), m_seen);
+        QVERIFY(originIs("/home/user/CARD"));
+        QCOMPARE(m_access->root(card, m_seen), card);
+        QVERIFY(originIs({"/media/user/CARD", 17})); // with its terminator
+        QCOMPARE(m_access->root(card, m_seen), m_seen);
+        QVERIFY(originIs("")); // says nothing
+        QCOMPARE(m_access->root(card, m_seen), m_seen);
+    }
+
+    void aGrantGivenWhileTheOldOneIsJudgedStays()
+    {
+        const auto newer = m_documents / "5e6f/CARD";
+        class SlowFiles final : public ForwardingFiles {
+        public:
+            bool isListable(const Path &) const override
+            {
+                meanwhile();
+                return false;
+            }
+            std::function<void()> meanwhile;
+        };
+        const auto files = std::make_shared<SlowFiles>();
+        files->meanwhile = [&] { m_access->saveBookmark(newer, u"UUID"_s); };
+        m_access->saveBookmark(m_seen, u"UUID"_s);
+        PortalAccess slow(files, *m_defaults, m_documents);
+
+        QVERIFY(!slow.resolveBookmark(u"UUID"_s));
+
+        std::filesystem::create_directories(newer);
+        QCOMPARE(m_access->resolveBookmark(u"UUID"_s), newer);
     }
 
     void anUnknownVolumeHasNoGrant() { QVERIFY(!m_access->resolveBookmark(u"OTHER"_s)); }

@@ -61,6 +61,23 @@ private Q_SLOTS:
         QCOMPARE(defaults.bytes(u"cardBookmark.ABCD-0001"_s), "by\0tes\xFF\n;="_ba);
     }
 
+    void bytesAreReplacedOnlyWhereTheyAreAsExpected()
+    {
+        UserDefaults defaults(m_file);
+        defaults.replace(u"key"_s, "old"_ba, "new"_ba);
+        QVERIFY(!defaults.bytes(u"key"_s));
+        defaults.setBytes(u"key"_s, "old"_ba);
+
+        defaults.replace(u"key"_s, "other"_ba, "new"_ba);
+        QCOMPARE(defaults.bytes(u"key"_s), "old"_ba);
+        defaults.replace(u"key"_s, "other"_ba, std::nullopt);
+        QCOMPARE(defaults.bytes(u"key"_s), "old"_ba);
+        defaults.replace(u"key"_s, "old"_ba, "new"_ba);
+        QCOMPARE(defaults.bytes(u"key"_s), "new"_ba);
+        defaults.replace(u"key"_s, "new"_ba, std::nullopt);
+        QVERIFY(!defaults.bytes(u"key"_s));
+    }
+
     void emptyBytesAreNotNoBytes()
     {
         UserDefaults defaults(m_file);
