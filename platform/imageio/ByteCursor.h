@@ -15,6 +15,7 @@ public:
 
     /// An unsigned number of @p size bytes, 0 to 8.
     quint64 take(int size);
+    QByteArray takeBytes(qsizetype count);
     void skip(qsizetype count);
     /// The bytes before the next NUL, and moves behind it.
     QByteArray takeText();
