@@ -43,7 +43,8 @@ private Q_SLOTS:
         QVERIFY(filesSeen > 0);
     }
 
-    /// One foreign library, one folder that knows it; the message bus leads to several services.
+    /// One foreign library, one folder that knows it; the message bus leads to several services,
+    /// and FFmpeg is both a decoder of stills and a reader of clips.
     void foreignHeadersStayInTheirFolder_data()
     {
         QTest::addColumn<QString>("header");
@@ -52,7 +53,8 @@ private Q_SLOTS:
         QTest::newRow("LibRaw") << u"<libraw/"_s << QStringList{u"platform/imageio/"_s};
         QTest::newRow("libjpeg") << u"<jpeglib.h>"_s << QStringList{u"platform/imageio/"_s};
         QTest::newRow("lcms2") << u"<lcms2.h>"_s << QStringList{u"platform/imageio/"_s};
-        QTest::newRow("FFmpeg") << u"<libav"_s << QStringList{u"platform/media/"_s};
+        QTest::newRow("FFmpeg") << u"<libav"_s
+                                << QStringList{u"platform/hevc/"_s, u"platform/media/"_s};
         QTest::newRow("nlohmann") << u"<nlohmann/"_s << QStringList{u"core/store/"_s};
         QTest::newRow("Qt D-Bus") << u"<QDBus"_s
                                   << QStringList{u"platform/access/"_s, u"platform/volumes/"_s};

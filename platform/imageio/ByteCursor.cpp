@@ -23,6 +23,13 @@ quint64 ByteCursor::take(int size)
     return result;
 }
 
+QByteArray ByteCursor::takeBytes(qsizetype count)
+{
+    const auto from = m_at;
+    skip(count);
+    return m_failed ? QByteArray() : m_bytes.mid(from, count);
+}
+
 void ByteCursor::skip(qsizetype count)
 {
     if (m_failed || count < 0 || count > m_bytes.size() - m_at) {

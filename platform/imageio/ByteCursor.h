@@ -13,8 +13,12 @@ public:
 
     [[nodiscard]] bool failed() const { return m_failed; }
 
+    /// How many bytes are left.
+    [[nodiscard]] qsizetype left() const { return m_failed ? 0 : m_bytes.size() - m_at; }
+
     /// An unsigned number of @p size bytes, 0 to 8.
     quint64 take(int size);
+    QByteArray takeBytes(qsizetype count);
     void skip(qsizetype count);
     /// The bytes before the next NUL, and moves behind it.
     QByteArray takeText();

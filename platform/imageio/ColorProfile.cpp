@@ -9,6 +9,7 @@
 #include <lcms2.h>
 
 #include <memory>
+#include <optional>
 #include <type_traits>
 
 namespace {
@@ -70,6 +71,34 @@ void convertByTables(QImage &image, const QByteArray &icc)
     }
 }
 
+/// H.273, table 2. Nothing where they are sRGB's or unknown.
+std::optional<QColorSpace> primariesOf(int number, QColorSpace::TransferFunction transfer,
+                                       float gamma)
+{
+    const QPointF d65(0.3127, 0.3290);
+    const auto space = [&](QPointF red, QPointF green, QPointF blue, QPointF white) {
+        return QColorSpace(white, red, green, blue, transfer, gamma);
+    };
+    switch (number) {
+    case 5:
+        return space({0.64, 0.33}, {0.29, 0.60}, {0.15, 0.06}, d65);
+    case 6:
+    case 7:
+        return space({0.630, 0.340}, {0.310, 0.595}, {0.155, 0.070}, d65);
+    case 9:
+        return space({0.708, 0.292}, {0.170, 0.797}, {0.131, 0.046}, d65);
+    case 11:
+        return space({0.680, 0.320}, {0.265, 0.690}, {0.150, 0.060}, {0.314, 0.351});
+    case 12:
+        return space({0.680, 0.320}, {0.265, 0.690}, {0.150, 0.060}, d65);
+    default:
+        if (transfer == QColorSpace::TransferFunction::SRgb) {
+            return std::nullopt;
+        }
+        return space({0.64, 0.33}, {0.30, 0.60}, {0.15, 0.06}, d65);
+    }
+}
+
 } // namespace
 
 QImage ColorProfile::toSrgb(QImage image, const QByteArray &icc)
@@ -86,5 +115,22 @@ QImage ColorProfile::toSrgb(QImage image, const QByteArray &icc)
         image.convertToColorSpace(QColorSpace::SRgb);
     }
     image.setColorSpace({}); // whatever is shown is sRGB; a tag would be converted once more
+    return image;
+}
+
+QImage ColorProfile::toSrgb(QImage image, const CodedColor &color)
+{
+    using Transfer = QColorSpace::TransferFunction;
+    const auto transfer = color.transfer == 4 || color.transfer == 5 ? Transfer::Gamma
+                          : color.transfer == 8                      ? Transfer::Linear
+                                                                     : Transfer::SRgb;
+    const auto gamma = color.transfer == 4 ? 2.2F : color.transfer == 5 ? 2.8F : 0.0F;
+    const auto space = primariesOf(color.primaries, transfer, gamma);
+    if (image.isNull() || !space || !space->isValid()) {
+        return image;
+    }
+    image.setColorSpace(*space);
+    image.convertToColorSpace(QColorSpace::SRgb);
+    image.setColorSpace({});
     return image;
 }

@@ -3,81 +3,20 @@
 
 #include "platform/imageio/HeifItems.h"
 
-#include "platform/imageio/BoxReader.h"
-#include "platform/imageio/ByteCursor.h"
+#include "platform/imageio/HeifBoxes.h"
 #include "platform/imageio/Orientation.h"
 
 #include <QtEndian>
 
-#include <algorithm>
-
 namespace {
 
-using Boxes = QList<BoxReader::Box>;
-
-/// The largest boxes list the tiles of a picture, some ten bytes each.
-constexpr qint64 largestBox = 256 * 1024;
-
-struct FullBox {
-    int version = 0;
-    quint32 flags = 0;
-    ByteCursor content;
-};
-
-/// At most @p length bytes of it, when no more are of interest.
-FullBox fullBox(PagedReader &reader, const BoxReader::Box &box, qint64 length = largestBox)
-{
-    ByteCursor content(reader.bytes(box.content.offset, std::min(box.content.length, length)));
-    const auto version = static_cast<int>(content.take(1));
-    const auto flags = static_cast<quint32>(content.take(3));
-    return {version, flags, content};
-}
-
-/// The boxes inside a box, after @p skipped bytes.
-Boxes inside(PagedReader &reader, const BoxReader::Box &box, qint64 skipped = 0)
-{
-    const auto length = std::max<qint64>(box.content.length - skipped, 0);
-    return BoxReader::boxes(reader, {box.content.offset + skipped, length});
-}
-
-std::optional<quint64> primaryItem(PagedReader &reader, const Boxes &meta)
-{
-    const auto box = BoxReader::find(meta, "pitm");
-    if (!box) {
-        return std::nullopt;
-    }
-    auto [version, flags, content] = fullBox(reader, *box);
-    const auto item = content.take(version == 0 ? 2 : 4);
-    return content.failed() ? std::nullopt : std::optional(item);
-}
-
-/// The numbers, counted from 1, of the properties of @p item, in their order; nothing when the box
-/// does not name the item.
-std::optional<QList<qsizetype>> propertyNumbers(PagedReader &reader, const BoxReader::Box &box,
-                                                quint64 item)
-{
-    auto [version, flags, content] = fullBox(reader, box);
-    const auto itemCount = content.take(4);
-    for (quint64 index = 0; index < itemCount && !content.failed(); ++index) {
-        const auto id = content.take(version == 0 ? 2 : 4);
-        const auto propertyCount = content.take(1);
-        QList<qsizetype> numbers;
-        for (quint64 property = 0; property < propertyCount && !content.failed(); ++property) {
-            const auto mask = (flags & 1) != 0 ? 0x7fff : 0x7f; // without the bit "essential"
-            numbers.append(static_cast<qsizetype>(content.take((flags & 1) != 0 ? 2 : 1)) & mask);
-        }
-        if (id == item) {
-            return numbers;
-        }
-    }
-    return std::nullopt;
-}
+using HeifBoxes::Boxes;
 
 void applyProperty(HeifItems &items, PagedReader &reader, const BoxReader::Box &box)
 {
     if (box.type == "ispe") {
         constexpr qint64 wholeLength = 12;
-        auto [version, flags, content] = fullBox(reader, box, wholeLength);
+        auto [version, flags, content] = HeifBoxes::fullBox(reader, box, wholeLength);
         const auto width = static_cast<qint64>(content.take(4));
         const auto height = static_cast<qint64>(content.take(4));
         if (!content.failed() && width > 0 && height > 0) {
@@ -102,105 +41,44 @@ void applyProperty(HeifItems &items, PagedReader &reader, const BoxReader::Box &
     }
 }
 
-void readProperties(HeifItems &items, PagedReader &reader, const Boxes &meta, quint64 item)
+void readProperties(HeifItems &items, PagedReader &reader, const Boxes &meta, quint32 primary)
 {
-    const auto properties = BoxReader::find(meta, "iprp");
-    if (!properties) {
-        return;
-    }
-    const auto boxes = inside(reader, *properties);
-    const auto container = BoxReader::find(boxes, "ipco");
-    if (!container) {
-        return;
-    }
-    const auto all = inside(reader, *container);
-    for (const auto &box : boxes) {
-        if (box.type != "ipma") {
-            continue;
-        }
-        const auto numbers = propertyNumbers(reader, box, item);
-        if (!numbers) {
-            continue;
-        }
-        for (const auto number : *numbers) {
-            if (number >= 1 && number <= all.size()) {
-                applyProperty(items, reader, all.at(number - 1));
-            }
-        }
-        return; // the standard allows one box to name an item
-    }
+    const auto properties = HeifBoxes::properties(reader, meta);
+    HeifBoxes::forEachAssociation(reader, properties,
+                                  [&](quint32 item, const QList<qsizetype> &places) {
+                                      if (item != primary) {
+                                          return true;
+                                      }
+                                      for (const auto place : places) {
+                                          applyProperty(items, reader, properties.all.at(place));
+                                      }
+                                      return false; // the standard allows one box to name an item
+                                  });
 }
 
-std::optional<quint64> exifItem(PagedReader &reader, const Boxes &meta)
+std::optional<quint32> exifItem(PagedReader &reader, const Boxes &meta)
 {
-    const auto box = BoxReader::find(meta, "iinf");
-    if (!box) {
-        return std::nullopt;
-    }
-    const auto version = reader.bytes(box->content.offset, 1);
-    if (version.isEmpty()) {
-        return std::nullopt;
-    }
-    const auto entries = inside(reader, *box, version.at(0) == 0 ? 6 : 8);
-    for (const auto &entry : entries) {
-        constexpr qint64 typeEnd = 14;
-        auto [entryVersion, flags, content] = fullBox(reader, entry, typeEnd);
-        if (entry.type != "infe" || entryVersion < 2) {
-            continue;
+    std::optional<quint32> found;
+    HeifBoxes::forEachItem(reader, meta, [&](quint32 item, const QByteArray &type) {
+        if (type == "Exif") {
+            found = item;
         }
-        const auto id = content.take(entryVersion == 2 ? 2 : 4);
-        content.skip(2);
-        constexpr quint64 exifType = 0x45786966; // "Exif"
-        if (content.take(4) == exifType) {
-            return id;
-        }
-    }
-    return std::nullopt;
+        return !found;
+    });
+    return found;
 }
 
-/// The first extent of @p item; metadata is not scattered.
-std::optional<ByteRange> location(PagedReader &reader, const Boxes &meta, quint64 item)
+/// The first extent of @p wanted; metadata is not scattered.
+std::optional<ByteRange> location(PagedReader &reader, const Boxes &meta, quint32 wanted)
 {
-    const auto box = BoxReader::find(meta, "iloc");
-    if (!box) {
-        return std::nullopt;
-    }
-    auto [version, flags, content] = fullBox(reader, *box);
-    const auto sizes = content.take(2);
-    const int offsetSize = sizes >> 12 & 0xf;
-    const int lengthSize = sizes >> 8 & 0xf;
-    const int baseSize = sizes >> 4 & 0xf;
-    const int indexSize = version > 0 ? static_cast<int>(sizes & 0xf) : 0;
-    if (std::max({offsetSize, lengthSize, baseSize, indexSize}) > 8) {
-        return std::nullopt;
-    }
-    const auto count = content.take(version < 2 ? 2 : 4);
-    for (quint64 index = 0; index < count && !content.failed(); ++index) {
-        const auto id = content.take(version < 2 ? 2 : 4);
-        const auto method = version > 0 ? content.take(2) & 0xf : 0;
-        content.skip(2);
-        const auto base = content.take(baseSize);
-        const auto extents = static_cast<qsizetype>(content.take(2));
-        if (id != item) {
-            content.skip(extents * (indexSize + offsetSize + lengthSize));
-            continue;
+    std::optional<ByteRange> found;
+    HeifBoxes::forEachLocation(reader, meta, [&](quint32 item, const QList<ByteRange> &extents) {
+        if (item == wanted && !extents.isEmpty()) {
+            found = extents.first();
         }
-        content.skip(indexSize);
-        const auto offset = static_cast<qint64>(base + content.take(offsetSize));
-        const auto length = static_cast<qint64>(content.take(lengthSize));
-        const auto data = BoxReader::find(meta, "idat");
-        const bool inItemData = method == 1 && data;
-        if (extents == 0 || content.failed() || offset < 0 || length < 0 || method > 1 ||
-            (method == 1 && !data)) {
-            return std::nullopt;
-        }
-        const auto from = inItemData ? data->content.offset : 0;
-        if (offset > reader.size() - from) {
-            return std::nullopt;
-        }
-        return ByteRange{from + offset, std::min(length, reader.size() - from - offset)};
-    }
-    return std::nullopt;
+        return item != wanted;
+    });
+    return found;
 }
 
 /// ISO 23008-12, A.2.1: the item begins with the distance to the TIFF header.
@@ -223,17 +101,13 @@ std::optional<ByteRange> exifBlock(PagedReader &reader, const Boxes &meta)
 
 std::optional<HeifItems> HeifItems::read(PagedReader &reader)
 {
-    const auto meta = BoxReader::find(BoxReader::boxes(reader, {0, reader.size()}), "meta");
-    if (!meta) {
-        return std::nullopt;
-    }
-    const auto boxes = inside(reader, *meta, 4);
-    const auto item = primaryItem(reader, boxes);
+    const auto boxes = HeifBoxes::meta(reader);
+    const auto item = boxes ? HeifBoxes::primaryItem(reader, *boxes) : std::nullopt;
     if (!item) {
         return std::nullopt;
     }
     HeifItems items;
-    readProperties(items, reader, boxes, *item);
-    items.exif = exifBlock(reader, boxes);
+    readProperties(items, reader, *boxes, *item);
+    items.exif = exifBlock(reader, *boxes);
     return items;
 }

@@ -5,6 +5,7 @@
 
 #include "platform/imageio/FileKind.h"
 #include "platform/imageio/FileProperties.h"
+#include "platform/imageio/HeifDecoder.h"
 #include "platform/imageio/JpegDecoder.h"
 #include "platform/imageio/RawDecoder.h"
 
@@ -37,8 +38,8 @@ QImage ImageSource::image(std::optional<int> maxPixel) const
     case FileKind::Jpeg:
         return JpegDecoder::decode(m_file, {0, m_file.size()}, maxPixel);
     case FileKind::Media:
-        return {}; // TODO: HEIF files have properties but no picture yet
+        return HeifDecoder::decode(m_file, maxPixel);
     default:
-        return RawDecoder::decode(m_file, kind, maxPixel); // TODO: nor have plain TIFF files
+        return RawDecoder::decode(m_file, kind, maxPixel); // TODO: plain TIFF files have none yet
     }
 }

@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/imageio/HeifDecoder.h"
+
+#include "platform/imageio/ColorProfile.h"
+#include "platform/imageio/HeifRenderer.h"
+#include "platform/imageio/JpegDecoder.h"
+#include "platform/imageio/ToneCurve.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+/// For the picture and what is needed to decode it: a gibibyte, less what the program is.
+constexpr qint64 mostMemory = qint64{960} * 1024 * 1024;
+constexpr qint64 leastWorkingMemory = qint64{64} * 1024 * 1024;
+/// Smaller thumbnails are visibly less than the picture at that size.
+constexpr int smallestThumbnail = 256;
+
+int longestEdge(QSize size)
+{
+    return std::max(size.width(), size.height());
+}
+
+/// The size of what is shown of the picture, before it is turned, at @p maxPixel.
+QSize fitted(const HeifPlacement &placement, std::optional<int> maxPixel)
+{
+    return JpegDecoder::fitted(placement.window.size(), maxPixel);
+}
+
+/// Whether the item's other picture is its transparency, by either of the names it goes by.
+bool isAlpha(const HeifItem &item)
+{
+    return item.purpose == "urn:mpeg:hevc:2015:auxid:1" ||
+           item.purpose == "urn:mpeg:mpegB:cicp:systems:auxiliary:alpha";
+}
+
+void addTransparency(HeifRenderer::Picture &picture, HeifRenderer &renderer,
+                     const HeifCatalog &catalog, quint32 id)
+{
+    for (const auto other : catalog.auxiliaries(id)) {
+        const auto item = catalog.item(other);
+        // Colours that are multiplied by it are over black already.
+        if (!item || !isAlpha(*item) || catalog.isPremultiplied(id, other)) {
+            continue;
+        }
+        auto alpha = renderer.render(other);
+        if (alpha && alpha->rows->size() == picture.rows->size()) {
+            picture.rows =
+                std::make_unique<TransparentRows>(std::move(picture.rows), std::move(alpha->rows));
+        }
+        return;
+    }
+}
+
+QImage toSrgb(QImage image, const HeifRenderer::Picture &picture)
+{
+    const bool isHighRange = ToneCurve::table(picture.color.transfer) != nullptr;
+    return picture.icc.isEmpty() || isHighRange
+               ? ColorProfile::toSrgb(std::move(image), picture.color)
+               : ColorProfile::toSrgb(std::move(image), picture.icc);
+}
+
+QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
+                  std::optional<int> maxPixel)
+{
+    const auto item = catalog.item(id);
+    if (!item) {
+        return {};
+    }
+    const auto said = HeifPlacement::of(item->size, item->steps);
+    const auto bytesFor = [](QSize size) {
+        return qint64{sizeof(QRgb)} * size.width() * size.height();
+    };
+    const auto memory = mostMemory - bytesFor(fitted(said, maxPixel));
+    if (item->size.isEmpty() || memory < leastWorkingMemory) {
+        return {};
+    }
+    const bool isPlainJpeg = item->type == "jpeg" && said.window.size() == item->size &&
+                             item->extents.size() == 1 && catalog.auxiliaries(id).isEmpty();
+    if (isPlainJpeg) {
+        // It can be decoded at a fraction of its size.
+        return JpegDecoder::decode(file, item->extents.first(), maxPixel, said.orientation,
+                                   JpegDecoder::Preview::Ignored);
+    }
+    HeifRenderer renderer(file, catalog, memory);
+    auto picture = renderer.render(id);
+    if (!picture) {
+        return {};
+    }
+    const auto placement = HeifPlacement::of(picture->rows->size(), picture->steps);
+    const auto target = fitted(placement, maxPixel);
+    if (bytesFor(target) > mostMemory - leastWorkingMemory) {
+        return {};
+    }
+    addTransparency(*picture, renderer, catalog, id);
+    return toSrgb(drawn(*picture->rows, placement, target), *picture);
+}
+
+/// Whether the pictures look the same at @p maxPixel. Their sizes may differ in more than a pixel
+/// before: codecs like whole blocks.
+bool standsFor(const HeifItem &thumbnail, const HeifItem &main, int maxPixel)
+{
+    if (thumbnail.size.isEmpty() || main.size.isEmpty()) {
+        return false;
+    }
+    const auto small = HeifPlacement::of(thumbnail.size, thumbnail.steps);
+    const auto large = HeifPlacement::of(main.size, main.steps);
+    const auto difference = fitted(small, maxPixel) - fitted(large, maxPixel);
+    return small.orientation == large.orientation &&
+           longestEdge(small.window.size()) >= std::max(smallestThumbnail, maxPixel) &&
+           std::abs(difference.width()) <= 1 && std::abs(difference.height()) <= 1;
+}
+
+QImage decodeThumbnail(const InputFile &file, const HeifCatalog &catalog, int maxPixel)
+{
+    const auto main = catalog.item(catalog.primary());
+    std::optional<quint32> best;
+    int bestLength = 0;
+    for (const auto id : catalog.thumbnails(catalog.primary())) {
+        const auto thumbnail = catalog.item(id);
+        if (!main || !thumbnail || !standsFor(*thumbnail, *main, maxPixel)) {
+            continue;
+        }
+        const int length = longestEdge(thumbnail->size);
+        if (!best || length < bestLength) {
+            best = id;
+            bestLength = length;
+        }
+    }
+    return best ? decodeItem(file, catalog, *best, maxPixel) : QImage();
+}
+
+} // namespace
+
+QImage HeifDecoder::decode(const InputFile &file, std::optional<int> maxPixel)
+{
+    PagedReader reader(file);
+    const auto catalog = HeifCatalog::read(reader);
+    if (!catalog) {
+        return {};
+    }
+    const auto small = maxPixel ? decodeThumbnail(file, *catalog, *maxPixel) : QImage();
+    return small.isNull() ? decodeItem(file, *catalog, catalog->primary(), maxPixel) : small;
+}

@@ -1,0 +1,316 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/imageio/HeifRenderer.h"
+
+#include "platform/imageio/HeifTiles.h"
+#include "platform/imageio/JpegDecoder.h"
+#include "platform/imageio/Resampler.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+constexpr qint64 mostPixels = 400'000'000;
+/// Pictures made of pictures; cameras have one storey.
+constexpr int mostStoreys = 4;
+/// 100 megapixels in tiles of 256 x 256.
+constexpr qsizetype mostTiles = 4096;
+constexpr qsizetype mostLayers = 16;
+
+qint64 pixelCount(QSize size)
+{
+    return qint64{size.width()} * size.height();
+}
+
+bool isCoded(const HeifItem &item)
+{
+    return item.type == "hvc1" || item.type == "hev1";
+}
+
+struct Grid {
+    int columns = 0;
+    int rows = 0;
+    QSize size = {};
+};
+
+/// The content of a grid item (ISO 23008-12, 6.6.2.3.2).
+std::optional<Grid> readGrid(const QByteArray &data)
+{
+    ByteCursor content(data);
+    content.skip(1);
+    const int numberSize = (content.take(1) & 1) != 0 ? 4 : 2;
+    Grid grid;
+    grid.rows = static_cast<int>(content.take(1)) + 1;
+    grid.columns = static_cast<int>(content.take(1)) + 1;
+    const auto width = content.take(numberSize);
+    const auto height = content.take(numberSize);
+    if (content.failed() || width < 1 || height < 1 || width > mostPixels || height > mostPixels) {
+        return std::nullopt;
+    }
+    grid.size = {static_cast<int>(width), static_cast<int>(height)};
+    return grid;
+}
+
+struct Overlay {
+    QSize size = {};
+    QRgb color = 0;
+    QList<QPoint> corners = {};
+};
+
+/// The content of an overlay item (ISO 23008-12, 6.6.2.2.2).
+std::optional<Overlay> readOverlay(const QByteArray &data, qsizetype layers)
+{
+    ByteCursor content(data);
+    content.skip(1);
+    const int numberSize = (content.take(1) & 1) != 0 ? 4 : 2;
+    const auto takeByte = [&] { return static_cast<int>(content.take(2) >> 8); };
+    const auto takePlace = [&] {
+        const auto value = content.take(numberSize);
+        return numberSize == 2 ? int{static_cast<qint16>(value)} : static_cast<qint32>(value);
+    };
+    Overlay overlay;
+    const int red = takeByte();
+    const int green = takeByte();
+    const int blue = takeByte();
+    overlay.color = takeByte() > 0 ? qRgb(red, green, blue) : qRgb(0, 0, 0);
+    const auto width = content.take(numberSize);
+    const auto height = content.take(numberSize);
+    for (qsizetype layer = 0; layer < layers; ++layer) {
+        const int x = takePlace();
+        const int y = takePlace();
+        overlay.corners.append({x, y});
+    }
+    if (content.failed() || width < 1 || height < 1 || width > mostPixels || height > mostPixels) {
+        return std::nullopt;
+    }
+    overlay.size = {static_cast<int>(width), static_cast<int>(height)};
+    return overlay;
+}
+
+/// Copies what of @p part lies on @p canvas.
+void put(QImage &canvas, const QImage &part, QPoint corner)
+{
+    const QRect whole(QPoint(0, 0), canvas.size());
+    constexpr int farAway = 1 << 30;
+    if (std::abs(corner.x()) > farAway || std::abs(corner.y()) > farAway) {
+        return;
+    }
+    const auto covered = QRect(corner, part.size()).intersected(whole);
+    for (int row = covered.top(); row <= covered.bottom(); ++row) {
+        const auto *from = reinterpret_cast<const QRgb *>(part.constScanLine(row - corner.y()));
+        auto *to = reinterpret_cast<QRgb *>(canvas.scanLine(row));
+        std::copy_n(from + (covered.left() - corner.x()), covered.width(), to + covered.left());
+    }
+}
+
+} // namespace
+
+HeifRenderer::HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qint64 memory)
+    : m_file(file)
+    , m_catalog(catalog)
+    , m_memory(memory)
+    , m_pixelsLeft(2 * mostPixels)
+{
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::render(quint32 id)
+{
+    return renderItem(id, 0);
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(quint32 id, int depth)
+{
+    const auto item = depth < mostStoreys ? m_catalog.item(id) : std::nullopt;
+    if (!item) {
+        return std::nullopt;
+    }
+    std::optional<Picture> picture;
+    if (isCoded(*item)) {
+        picture = renderTiles(*item);
+    } else if (item->type == "jpeg") {
+        picture = renderJpeg(*item);
+    } else if (item->type == "iden") {
+        picture = renderIdentity(*item, depth);
+    } else if (item->type == "grid") {
+        picture = renderGrid(*item, depth);
+    } else if (item->type == "iovl") {
+        picture = renderOverlay(*item, depth);
+    }
+    if (!picture) {
+        return std::nullopt;
+    }
+    picture->steps += item->steps;
+    if (!item->icc.isEmpty()) {
+        picture->icc = item->icc;
+    }
+    return picture;
+}
+
+bool HeifRenderer::spend(QSize size)
+{
+    const auto pixels = pixelCount(size);
+    if (size.isEmpty() || pixels > std::min(mostPixels, m_pixelsLeft)) {
+        return false;
+    }
+    m_pixelsLeft -= pixels;
+    return true;
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::renderTiles(const HeifItem &item)
+{
+    // The decoder holds itself to the memory; a picture much larger than said is damaged.
+    if (!spend(item.size)) {
+        return std::nullopt;
+    }
+    auto tiles = HeifTiles::open(m_file, {item}, {.tile = item.size}, item.color, m_memory);
+    if (!tiles || pixelCount(tiles->size()) > 2 * pixelCount(item.size)) {
+        return std::nullopt;
+    }
+    const auto color = tiles->color();
+    return Picture{.rows = std::move(tiles), .color = color};
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item) const
+{
+    if (item.extents.size() != 1) {
+        return std::nullopt;
+    }
+    constexpr int asStored = 1;
+    auto image = JpegDecoder::decode(m_file, item.extents.first(), std::nullopt, asStored,
+                                     JpegDecoder::Preview::Ignored);
+    if (image.isNull()) {
+        return std::nullopt;
+    }
+    return Picture{.rows = std::make_unique<ImageRows>(std::move(image))};
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::renderIdentity(const HeifItem &item, int depth)
+{
+    return item.inputs.isEmpty() ? std::nullopt : renderItem(item.inputs.first(), depth + 1);
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::renderGrid(const HeifItem &item, int depth)
+{
+    constexpr qint64 longestContent = 12;
+    const auto grid = readGrid(m_catalog.data(item, longestContent));
+    const auto count = grid ? qsizetype{grid->columns} * grid->rows : 0;
+    if (count < 1 || count > std::min(mostTiles, item.inputs.size())) {
+        return std::nullopt;
+    }
+    QList<HeifItem> tiles;
+    bool plain = true;
+    for (qsizetype index = 0; index < count; ++index) {
+        const auto tile = m_catalog.item(item.inputs.at(index));
+        if (!tile) {
+            return std::nullopt;
+        }
+        plain = plain && isCoded(*tile) && tile->steps.isEmpty();
+        tiles.append(*tile);
+    }
+    const auto size = tiles.first().size;
+    const auto icc = tiles.first().icc;
+    // Tiles cover the picture; their sizes are what damage can make larger than that.
+    if (!spend(grid->size) || pixelCount(size) > mostPixels / count) {
+        return std::nullopt;
+    }
+    if (plain) {
+        auto rows = HeifTiles::open(
+            m_file, std::move(tiles),
+            {.columns = grid->columns, .rows = grid->rows, .tile = size, .picture = grid->size},
+            item.color, m_memory);
+        if (!rows) {
+            return std::nullopt;
+        }
+        const auto color = rows->color();
+        return Picture{.rows = std::move(rows), .icc = icc, .color = color};
+    }
+    QList<Part> parts;
+    for (int index = 0; index < count; ++index) {
+        const auto shown = HeifPlacement::of(size, tiles.at(index).steps).shownSize();
+        parts.append(
+            {item.inputs.at(index),
+             {index % grid->columns * shown.width(), index / grid->columns * shown.height()}});
+    }
+    return renderCanvas(item, canvas(grid->size, qRgb(0, 0, 0)), parts, depth);
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::renderOverlay(const HeifItem &item, int depth)
+{
+    constexpr qint64 longestContent = 64 * 1024;
+    if (item.inputs.size() > mostLayers) {
+        return std::nullopt;
+    }
+    const auto overlay = readOverlay(m_catalog.data(item, longestContent), item.inputs.size());
+    if (!overlay) {
+        return std::nullopt;
+    }
+    QList<Part> parts;
+    for (qsizetype layer = 0; layer < item.inputs.size(); ++layer) {
+        parts.append({item.inputs.at(layer), overlay->corners.at(layer)});
+    }
+    return renderCanvas(item, canvas(overlay->size, overlay->color), parts, depth);
+}
+
+QImage HeifRenderer::canvas(QSize size, QRgb color) const
+{
+    // Beside it lie a part as decoded and as an image.
+    if (pixelCount(size) > std::min(mostPixels, m_memory / (3 * qint64{sizeof(QRgb)}))) {
+        return {};
+    }
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(QColor(color));
+    return image;
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::renderCanvas(const HeifItem &item, QImage canvas,
+                                                                const QList<Part> &parts, int depth)
+{
+    if (canvas.isNull()) {
+        return std::nullopt;
+    }
+    Picture result;
+    for (const auto &part : parts) {
+        auto picture = renderItem(part.id, depth + 1);
+        if (!picture || pixelCount(picture->rows->size()) * qint64{sizeof(QRgb)} > m_memory / 3) {
+            return std::nullopt;
+        }
+        const auto placement = HeifPlacement::of(picture->rows->size(), picture->steps);
+        put(canvas, drawn(*picture->rows, placement, placement.window.size()), part.corner);
+        if (&part == &parts.first()) {
+            result.icc = picture->icc;
+            result.color = picture->color;
+        }
+    }
+    if (item.color) {
+        result.color = *item.color;
+    }
+    result.rows = std::make_unique<ImageRows>(std::move(canvas));
+    return result;
+}
+
+QImage drawn(PictureRows &rows, const HeifPlacement &placement, QSize target)
+{
+    const auto &window = placement.window;
+    UprightPicture picture(target, placement.orientation);
+    if (!picture.isValid() || window.isEmpty()) {
+        return {};
+    }
+    std::vector<QRgb> row(static_cast<size_t>(rows.size().width()));
+    const auto forEachRow = [&](auto take) {
+        for (int index = 0; index <= window.bottom() && rows.readRow(row.data()); ++index) {
+            if (index >= window.top()) {
+                take(row.data() + window.left());
+            }
+        }
+    };
+    if (target == window.size()) {
+        forEachRow([&](const QRgb *pixels) { picture.addRow(pixels); });
+    } else {
+        Resampler resampler(window.size(), target, picture);
+        forEachRow([&](const QRgb *pixels) { resampler.addRow(pixels); });
+    }
+    return picture.take();
+}

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/imageio/HeifCatalog.h"
+#include "platform/imageio/HeifPlacement.h"
+#include "platform/imageio/PictureRows.h"
+
+/// Makes pictures of the items of a HEIF file, coded ones (HEVC and JPEG) and those that are made
+/// of others: grids, overlays, and items that only turn or crop another one. For one thread.
+class HeifRenderer {
+public:
+    struct Picture {
+        std::unique_ptr<PictureRows> rows;
+        /// To be applied to the rows, in this order.
+        QList<HeifItem::Step> steps = {};
+        /// Of the rows, which are in sRGB where neither says anything.
+        QByteArray icc = {};
+        CodedColor color = {};
+    };
+
+    /// Pictures may use some @p memory bytes, each. Both references must outlive this.
+    HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qint64 memory);
+
+    /// Nothing when the item is of another type, is damaged, too large, or made of itself.
+    [[nodiscard]] std::optional<Picture> render(quint32 id);
+
+private:
+    struct Part {
+        quint32 id = 0;
+        QPoint corner = {};
+    };
+
+    std::optional<Picture> renderItem(quint32 id, int depth);
+    std::optional<Picture> renderTiles(const HeifItem &item);
+    std::optional<Picture> renderJpeg(const HeifItem &item) const;
+    std::optional<Picture> renderIdentity(const HeifItem &item, int depth);
+    std::optional<Picture> renderGrid(const HeifItem &item, int depth);
+    std::optional<Picture> renderOverlay(const HeifItem &item, int depth);
+    std::optional<Picture> renderCanvas(const HeifItem &item, QImage canvas,
+                                        const QList<Part> &parts, int depth);
+    QImage canvas(QSize size, QRgb color) const;
+    bool spend(QSize size);
+
+    const InputFile &m_file;
+    const HeifCatalog &m_catalog;
+    qint64 m_memory;
+    /// Pixels that may still be decoded: a few bytes can name a large picture many times.
+    qint64 m_pixelsLeft;
+};
+
+/// @p rows scaled by the Resampler to @p target, the size of what is shown before it is turned, and
+/// turned as @p placement says. Null when there is no memory.
+[[nodiscard]] QImage drawn(PictureRows &rows, const HeifPlacement &placement, QSize target);
