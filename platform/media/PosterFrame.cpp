@@ -97,6 +97,15 @@ QSize shownSize(const AVFrame &frame, const AVStream &stream, int maxPixel)
     return {edge(width), edge(frame.height)};
 }
 
+/// What brightness and colour differences mean. Where a clip does not say so, its size tells: high
+/// definition is ITU-R BT.709, less is BT.601.
+const int *matrixOf(const AVFrame &frame)
+{
+    const bool isUnknown = frame.colorspace == AVCOL_SPC_UNSPECIFIED;
+    const bool isLarge = frame.width >= 1280 || frame.height > 576;
+    return sws_getCoefficients(isUnknown && isLarge ? AVCOL_SPC_BT709 : frame.colorspace);
+}
+
 QImage toImage(const AVFrame &frame, QSize size)
 {
     const auto format = static_cast<AVPixelFormat>(frame.format);
@@ -107,11 +116,10 @@ QImage toImage(const AVFrame &frame, QSize size)
     if (!scaler || image.isNull()) {
         return {};
     }
-    const auto *matrix = sws_getCoefficients(frame.colorspace);
     const int fullRange = frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0;
     constexpr int neutral = 1 << 16;
-    sws_setColorspaceDetails(scaler.get(), matrix, fullRange, sws_getCoefficients(SWS_CS_DEFAULT),
-                             1, 0, neutral, neutral);
+    sws_setColorspaceDetails(scaler.get(), matrixOf(frame), fullRange,
+                             sws_getCoefficients(SWS_CS_DEFAULT), 1, 0, neutral, neutral);
     uint8_t *const planes[] = {image.bits(), nullptr, nullptr, nullptr};
     const int strides[] = {static_cast<int>(image.bytesPerLine()), 0, 0, 0};
     if (sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, planes, strides) !=

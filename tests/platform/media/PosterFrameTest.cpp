@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/media/PosterFrame.h"
+#include "tests/support/PictureSimilarity.h"
 
+#include <QColor>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -114,21 +116,102 @@ private Q_SLOTS:
         }
     }
 
-    void realClipsHaveAFrame_data()
+    void everyExtensionAndUsualCodecHasAFrame_data()
     {
-        QTest::addColumn<QString>("file");
-        const std::filesystem::path media =
-            qEnvironmentVariable("KESTLE_SHARED_MEDIA").toStdString();
-        for (const auto *folder : {"video", "corrupt"}) {
-            if (!std::filesystem::is_directory(media / folder)) {
-                QSKIP("the folder of real camera files is missing");
-            }
-            for (const auto &entry : std::filesystem::directory_iterator(media / folder)) {
-                const auto file = QString::fromStdString(entry.path().string());
-                QTest::newRow(qPrintable(file.section(u'/', -2))) << file;
-            }
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("coding");
+
+        const QStringList h264 = {u"-c:v"_s, u"libx264"_s, u"-pix_fmt"_s, u"yuv420p"_s};
+        QTest::newRow("MOV, H.264") << u"clip.MOV"_s << h264;
+        QTest::newRow("MOV, H.264 10 bit 4:2:2")
+            << u"clip.mov"_s
+            << QStringList{u"-c:v"_s, u"libx264"_s, u"-pix_fmt"_s, u"yuv422p10le"_s};
+        QTest::newRow("MOV, HEVC 10 bit")
+            << u"clip.mov"_s << QStringList{u"-c:v"_s,        u"libx265"_s,  u"-x265-params"_s,
+                                            u"log-level=0"_s, u"-pix_fmt"_s, u"yuv420p10le"_s};
+        QTest::newRow("MOV, ProRes") << u"clip.mov"_s << QStringList{u"-c:v"_s, u"prores"_s};
+        QTest::newRow("MP4, H.264") << u"clip.MP4"_s << h264;
+        QTest::newRow("MP4, with frames that refer to later ones")
+            << u"clip.mp4"_s << h264 + QStringList{u"-bf"_s, u"3"_s};
+        QTest::newRow("M4V, MPEG-4") << u"clip.M4V"_s << QStringList();
+        QTest::newRow("AVI, Motion JPEG")
+            << u"clip.AVI"_s << QStringList{u"-c:v"_s, u"mjpeg"_s, u"-pix_fmt"_s, u"yuvj422p"_s};
+        QTest::newRow("MTS, H.264") << u"clip.MTS"_s << h264;
+        QTest::newRow("M2TS, MPEG-2")
+            << u"clip.M2TS"_s << QStringList{u"-c:v"_s, u"mpeg2video"_s, u"-r"_s, u"25"_s};
+        QTest::newRow("3GP, H.264") << u"clip.3GP"_s << h264;
+    }
+
+    void everyExtensionAndUsualCodecHasAFrame()
+    {
+        QFETCH(QString, name);
+        QFETCH(QStringList, coding);
+        const auto bytes = name.toLatin1();
+        if (!make(bytes.constData(), coding)) {
+            QSKIP("the ffmpeg command is missing, or does not write this");
+        }
+
+        const auto image = posterFrame(m_folder / bytes.toStdString());
+
+        QCOMPARE(image.size(), QSize(256, 144));
+        QVERIFY(isClose(image.pixel(200, 70), qRgb(255, 0, 0)));
+        QVERIFY(isClose(image.pixel(10, 10), qRgb(0, 128, 0)));
+    }
+
+    void theColoursAreThoseOfTheClipsDefinition_data()
+    {
+        QTest::addColumn<QString>("size");
+        QTest::addColumn<QString>("matrix");
+
+        QTest::newRow("high definition") << u"1280x720"_s << u"bt709"_s;
+        QTest::newRow("upright, of a telephone") << u"720x1280"_s << u"bt709"_s;
+        QTest::newRow("standard definition") << u"720x576"_s << u"bt601"_s;
+    }
+
+    void theColoursAreThoseOfTheClipsDefinition()
+    {
+        QFETCH(QString, size);
+        QFETCH(QString, matrix);
+        if (!run({u"-f"_s, u"lavfi"_s, u"-i"_s,
+                  u"color=0x20C080:s=%1:d=0.2:r=10,scale=out_color_matrix=%2,format=yuv420p"_s.arg(
+                      size, matrix),
+                  u"-c:v"_s, u"mpeg4"_s, u"-q:v"_s, u"1"_s, path("untold.mov")})) {
+            QSKIP("the ffmpeg command is missing");
+        }
+
+        const auto image = posterFrame(m_folder / "untold.mov");
+
+        const auto middle = image.pixel(image.width() / 2, image.height() / 2);
+        QVERIFY2(isClose(middle, qRgb(0x20, 0xC0, 0x80)), qPrintable(QColor(middle).name()));
+    }
+
+    /// The command decodes with the same library, but picks the frame, turns, scales and converts
+    /// by itself.
+    void realClipsAreAsTheCommandShowsThem_data() { addRealFiles({"video"}); }
+
+    void realClipsAreAsTheCommandShowsThem()
+    {
+        QFETCH(QString, file);
+        constexpr QSize compared(32, 32);
+        const auto shown = path("shown.png");
+        QFile::remove(shown);
+        (void)run({u"-i"_s, file, u"-frames:v"_s, u"1"_s, u"-vf"_s,
+                   u"scale=256:256:flags=area,format=rgb24"_s, shown});
+        const bool isShown = QFile::exists(shown); // it says yes also when there is no frame
+
+        const auto image = posterFrame(file.toStdString());
+
+        QCOMPARE(!image.isNull(), isShown);
+        if (isShown) {
+            const auto difference = PictureSimilarity::meanDifference(
+                PictureSimilarity::averaged(image, compared),
+                PictureSimilarity::averaged(QImage(shown), compared));
+            qInfo("differs by %.1f", difference);
+            QVERIFY(difference < 4);
         }
     }
+
+    void realClipsHaveAFrame_data() { addRealFiles({"video", "corrupt"}); }
 
     void realClipsHaveAFrame()
     {
@@ -143,6 +226,22 @@ private Q_SLOTS:
     }
 
 private:
+    static void addRealFiles(const std::vector<const char *> &folders)
+    {
+        QTest::addColumn<QString>("file");
+        const std::filesystem::path media =
+            qEnvironmentVariable("KESTLE_SHARED_MEDIA").toStdString();
+        for (const auto *folder : folders) {
+            if (!std::filesystem::is_directory(media / folder)) {
+                QSKIP("the folder of real camera files is missing");
+            }
+            for (const auto &entry : std::filesystem::directory_iterator(media / folder)) {
+                const auto file = QString::fromStdString(entry.path().string());
+                QTest::newRow(qPrintable(file.section(u'/', -2))) << file;
+            }
+        }
+    }
+
     [[nodiscard]] QString path(const char *name) const
     {
         return QString::fromStdString((m_folder / name).string());
