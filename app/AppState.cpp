@@ -157,12 +157,18 @@ void AppState::dropCard()
     m_now.card.reset();
     m_request.cancel();
     m_now.cardIsReadOnly = false;
-    m_now.session.reset();
+    dropSession();
     m_now.zoomed = false;
     m_now.reviewEnlarged = false;
     m_now.confirmingDelete = false;
     m_now.phase = Phase::waitingForCard();
     ++m_selection; // what still runs for the card finds that it is gone
+}
+
+void AppState::dropSession()
+{
+    m_now.session.reset();
+    m_scannedCard.reset();
 }
 
 void AppState::openFound(const CardProbe &probe)
@@ -227,7 +233,7 @@ void AppState::openAnswered(const CardProbe &probe)
     m_access.reset();
     m_lastSnapshot.reset();
     ++m_selection;
-    m_now.session.reset();
+    dropSession();
     openCard(probe);
 }
 
@@ -288,7 +294,7 @@ void AppState::cullItems(const ScanRun::Result &scanned)
     }
     const Operation operation(*this);
     if (scanned.items.isEmpty()) {
-        m_now.session.reset();
+        dropSession();
         m_now.phase = Phase::noMedia();
         return;
     }
@@ -570,7 +576,7 @@ void AppState::closeSummary()
     if (m_now.phase.kind == Kind::Summary) {
         const Operation operation(*this);
         const bool hasFailures = m_now.phase.failedCount != 0;
-        m_now.session.reset();
+        dropSession();
         m_now.phase = Phase::cardReady(hasFailures);
     }
 }

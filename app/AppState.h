@@ -259,6 +259,7 @@ private:
     void openCard(const CardProbe &probe);
     void selectCard(const CardProbe &probe);
     void dropCard();
+    void dropSession();
     void cullItems(const ScanRun::Result &scanned);
     [[nodiscard]] SessionSnapshot snapshotOf(const QSet<QString> &rejectedIDs,
                                              qint64 currentIndex) const;

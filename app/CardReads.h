@@ -28,7 +28,7 @@ public:
               std::shared_ptr<const FileManager> fileManager);
 
     /// To be told before the first read from a card. When @p number differs from the last one, what
-    /// has not begun brings nothing, and a card that hangs holds up no other.
+    /// has not begun will bring nothing, and a card that hangs holds up no other.
     void beginSelection(qint64 number);
 
     [[nodiscard]] QFuture<std::optional<ImageMetadata>> metadata(const std::filesystem::path &url,

@@ -42,7 +42,8 @@ public:
     /// What this card is known again by when it is held anew.
     [[nodiscard]] virtual std::shared_ptr<const CardMark> mark() const = 0;
 
-    /// Whether this is the card that @p mark was made of, and it has been mounted all the time.
+    /// Whether this is the card that @p mark was made of, and it has been mounted all the time, as
+    /// far as the system can tell.
     [[nodiscard]] virtual bool bears(const CardMark &mark) const = 0;
 
     /// A link leads nowhere.

@@ -10,16 +10,22 @@
 
 #include <string>
 
-PosixCardMark::PosixCardMark(int root)
+PosixCardMark::PosixCardMark(int root, Watch watch)
     : m_identity(FolderIdentity::of(root))
-    , m_watches(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
 {
+    const bool isNeeded = m_identity && m_identity->isMountRoot && !m_identity->mountIsUnique;
+    if (isNeeded || watch == Watch::Always) {
+        startWatch(root);
+    }
+}
+
+void PosixCardMark::startWatch(int root)
+{
+    m_watches = FileDescriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     // By the descriptor, not by the card's path: another card may stand there by now.
     const auto opened = "/proc/self/fd/" + std::to_string(root);
-    const int watch = m_watches.isOpen()
-                          ? ::inotify_add_watch(m_watches.number(), opened.c_str(), IN_DELETE_SELF)
-                          : -1;
-    if (watch < 0) {
+    if (!m_watches.isOpen() ||
+        ::inotify_add_watch(m_watches.number(), opened.c_str(), IN_DELETE_SELF) < 0) {
         m_watches = FileDescriptor();
     }
 }
@@ -27,9 +33,9 @@ PosixCardMark::PosixCardMark(int root)
 /// Closing watches takes the kernel up to 20 ms, which whoever drops a mark may not have.
 PosixCardMark::~PosixCardMark()
 {
-    if (m_watches.isOpen()) {
-        QThreadPool::globalInstance()->start(
-            [descriptor = m_watches.release()] { ::close(descriptor); });
+    // There is none after the application's end.
+    if (auto *pool = QThreadPool::globalInstance(); pool && m_watches.isOpen()) {
+        pool->start([descriptor = m_watches.release()] { ::close(descriptor); });
     }
 }
 

@@ -24,8 +24,9 @@ public:
     /// Waits for all that has begun; what has not brings an empty result.
     ~RenewablePool();
 
-    /// From now on work runs on threads of its own. What has been begun goes on and brings its
-    /// result; what has not, brings an empty one.
+    /// From now on work runs on threads of its own. What has been begun goes on beside it and
+    /// brings its result; what has not, brings an empty one as soon as one of the old threads is
+    /// free.
     void renew();
 
     /// The result of @p work, of higher @p priority before lower. The future never is cancelled.

@@ -89,14 +89,13 @@ private Q_SLOTS:
         {
             RenewablePool pool(1);
             for (int number = 0; number < 3; ++number) {
-                QSemaphore begun;
-                (void)pool.run([&] {
-                    begun.release();
+                const auto begun = std::make_shared<QSemaphore>();
+                (void)pool.run([&ended, begun] {
+                    begun->release();
                     QThread::msleep(30);
                     return ++ended;
                 });
-                begun.acquire();
-                QThread::msleep(5); // it does not touch the semaphore any more
+                begun->acquire();
                 pool.renew();
             }
         }
@@ -114,12 +113,12 @@ private Q_SLOTS:
         const auto before = threads();
 
         for (int number = 0; number < 200; ++number) {
-            QSemaphore ended;
-            (void)pool.run([&ended, number] {
-                ended.release();
+            const auto ended = std::make_shared<QSemaphore>();
+            (void)pool.run([ended, number] {
+                ended->release();
                 return number;
             });
-            ended.acquire();
+            ended->acquire();
             pool.renew();
         }
 
@@ -130,13 +129,13 @@ private:
     /// Keeps a thread of @p pool until @p gate is released.
     static QFuture<int> hang(RenewablePool &pool, QSemaphore &gate)
     {
-        QSemaphore begun;
-        auto work = pool.run([&] {
-            begun.release();
+        const auto begun = std::make_shared<QSemaphore>();
+        auto work = pool.run([begun, &gate] {
+            begun->release();
             gate.acquire();
             return 1;
         });
-        begun.acquire();
+        begun->acquire();
         return work;
     }
 };
