@@ -7,6 +7,7 @@
 #include "platform/imageio/FileProperties.h"
 #include "platform/imageio/JpegDecoder.h"
 #include "platform/imageio/RawDecoder.h"
+#include "platform/imageio/TiffDecoder.h"
 
 #include <utility>
 
@@ -38,7 +39,12 @@ QImage ImageSource::image(std::optional<int> maxPixel) const
         return JpegDecoder::decode(m_file, {0, m_file.size()}, maxPixel);
     case FileKind::Media:
         return {}; // TODO: HEIF files have properties but no picture yet
+    case FileKind::Tiff:
+        if (const auto pictures = TiffPictures::find(reader)) {
+            return TiffDecoder::decode(m_file, *pictures, maxPixel);
+        }
+        return RawDecoder::decode(m_file, kind, maxPixel);
     default:
-        return RawDecoder::decode(m_file, kind, maxPixel); // TODO: nor have plain TIFF files
+        return RawDecoder::decode(m_file, kind, maxPixel);
     }
 }
