@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/imageio/ImageSource.h"
+#include "tests/support/BoxBytes.h"
 #include "tests/support/DngBytes.h"
 #include "tests/support/PictureBytes.h"
 #include "tests/support/StandardError.h"
@@ -270,6 +271,29 @@ private Q_SLOTS:
 
         QCOMPARE(decode(file, whole).size(), QSize(241, 163));
         QCOMPARE(decode(file, 120).size(), QSize(120, 81));
+    }
+
+    void aCr3ShowsItsLargestJpegAndSmallerOnesInItsPlace()
+    {
+        const auto main =
+            "II" + number(42, 2) + number(8, 4) +
+            directory({longs(0x0100, {800}), longs(0x0101, {480}), shorts(0x0112, {6})}, 8, 0);
+        const auto exif = "II" + number(42, 2) + number(8, 4) + directory({}, 8, 0);
+        BoxBytes::Cr3Pictures pictures = {.thumbnail = jpeg(plain({160, 96}, qRgb(0, 0, 255))),
+                                          .preview = jpeg(plain({400, 240}, qRgb(0, 255, 0))),
+                                          .whole = jpeg(plain({800, 480}, qRgb(255, 0, 0)))};
+        const auto file = BoxBytes::cr3(main, exif, pictures);
+
+        QCOMPARE(decode(file, whole).size(), QSize(480, 800));
+        QVERIFY(isClose(decode(file, whole).pixel(9, 9), qRgb(255, 0, 0), 4));
+        QCOMPARE(decode(file, 300).size(), QSize(180, 300));
+        QVERIFY(isClose(decode(file, 300).pixel(9, 9), qRgb(0, 255, 0), 4));
+
+        pictures.whole = {};
+        QCOMPARE(decode(BoxBytes::cr3(main, exif, pictures), 2000).size(), QSize(240, 400));
+        pictures.preview = {};
+        QCOMPARE(decode(BoxBytes::cr3(main, exif, pictures), 2000).size(), QSize(96, 160));
+        QVERIFY(decode(BoxBytes::cr3(main, exif), 2000).isNull());
     }
 
     void everyTruncationIsSurvivedInSilence()
