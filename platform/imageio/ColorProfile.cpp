@@ -60,7 +60,7 @@ void convertByTables(QImage &image, const QByteArray &icc)
     }
     const Transform transform(cmsCreateTransformTHR(context.get(), source.get(), TYPE_BGRA_8,
                                                     target.get(), TYPE_BGRA_8, INTENT_PERCEPTUAL,
-                                                    cmsFLAGS_COPY_ALPHA));
+                                                    cmsFLAGS_COPY_ALPHA | cmsFLAGS_HIGHRESPRECALC));
     if (!transform) {
         return;
     }
@@ -87,4 +87,9 @@ QImage ColorProfile::toSrgb(QImage image, const QByteArray &icc)
     }
     image.setColorSpace({}); // whatever is shown is sRGB; a tag would be converted once more
     return image;
+}
+
+QByteArray ColorProfile::adobeRgb()
+{
+    return QColorSpace(QColorSpace::AdobeRgb).iccProfile();
 }

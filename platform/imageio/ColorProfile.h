@@ -15,4 +15,7 @@ namespace ColorProfile {
 /// with one for grey or printing colours, which are shown plainly.
 [[nodiscard]] QImage toSrgb(QImage image, const QByteArray &icc);
 
+/// The profile of Adobe RGB (1998).
+[[nodiscard]] QByteArray adobeRgb();
+
 } // namespace ColorProfile

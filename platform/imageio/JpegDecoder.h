@@ -16,12 +16,15 @@ namespace JpegDecoder {
 /// Which preview inside the stream may stand for the picture.
 enum class Preview { Allowed, Ignored };
 
+/// What the colours are where the stream has no profile and its EXIF block names none.
+enum class Untagged { Srgb, AdobeRgb };
+
 /// The picture of the stream that fills @p range, as ImageSource::image() promises it.
 /// @p orientation replaces the one that the stream's own EXIF block gives. Null for damaged
 /// streams, for more than 400 megapixels, and for more than fit into 1 GiB.
 [[nodiscard]] QImage decode(const InputFile &file, ByteRange range, std::optional<int> maxPixel,
                             std::optional<int> orientation = std::nullopt,
-                            Preview preview = Preview::Allowed);
+                            Preview preview = Preview::Allowed, Untagged untagged = Untagged::Srgb);
 
 /// The smallest of the library's fast scales, in eighths, that still reaches @p target pixels when
 /// the longest edge has @p longest.

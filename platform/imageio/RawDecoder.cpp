@@ -3,6 +3,7 @@
 
 #include "platform/imageio/RawDecoder.h"
 
+#include "platform/imageio/DcfColors.h"
 #include "platform/imageio/EmbeddedJpegs.h"
 #include "platform/imageio/FileProperties.h"
 #include "platform/imageio/FittedPicture.h"
@@ -97,8 +98,11 @@ QImage RawDecoder::decode(const InputFile &file, FileKind kind, std::optional<in
     const auto candidates = EmbeddedJpegs::find(reader, kind);
     const auto properties = FileProperties::read(file).value_or(PropertyDictionary());
     const auto fromJpeg = [&](const Candidate &candidate) {
-        return JpegDecoder::decode(file, candidate.range, maxPixel,
-                                   orientationFor(candidate.size, properties));
+        return JpegDecoder::decode(
+            file, candidate.range, maxPixel, orientationFor(candidate.size, properties),
+            JpegDecoder::Preview::Allowed,
+            DcfColors::areAdobeRgb(reader, kind) ? JpegDecoder::Untagged::AdobeRgb
+                                                 : JpegDecoder::Untagged::Srgb);
     };
 
     std::optional<Candidate> largest;

@@ -20,7 +20,10 @@ constexpr qint64 leastWorkingMemory = qint64{256} * 1024 * 1024;
 QByteArray readProfile(const InputFile &file, const TiffPictures &pictures)
 {
     constexpr qint64 largestProfile = qint64{4} * 1024 * 1024;
-    if (!pictures.profile || pictures.profile->length > largestProfile) {
+    if (!pictures.profile) {
+        return pictures.isAdobeRgb ? ColorProfile::adobeRgb() : QByteArray();
+    }
+    if (pictures.profile->length > largestProfile) {
         return {};
     }
     return file.bytes(pictures.profile->offset, pictures.profile->length);

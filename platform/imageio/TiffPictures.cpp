@@ -3,6 +3,7 @@
 
 #include "platform/imageio/TiffPictures.h"
 
+#include "platform/imageio/DcfColors.h"
 #include "platform/imageio/TiffReader.h"
 
 #include <QSet>
@@ -122,6 +123,7 @@ std::optional<TiffPictures> TiffPictures::find(PagedReader &reader)
     if (result) {
         std::ranges::sort(reduced, {}, [](const Picture &picture) { return picture.size.width(); });
         result->smaller = reduced;
+        result->isAdobeRgb = DcfColors::areAdobeRgb(*tiff);
     }
     return result;
 }

@@ -30,4 +30,6 @@ struct TiffPictures {
     /// The code of EXIF, 1 to 8, for all of them.
     int orientation = 1;
     std::optional<ByteRange> profile = {};
+    /// What the colours are without a profile.
+    bool isAdobeRgb = false;
 };
