@@ -157,7 +157,9 @@ QSize JpegDecoder::fitted(QSize size, std::optional<int> maxPixel)
 bool JpegDecoder::standsFor(QSize preview, QSize picture, std::optional<int> maxPixel)
 {
     const int longest = std::max(preview.width(), preview.height());
-    if (!maxPixel || longest < std::max(smallestPreview, *maxPixel)) {
+    // Some programs scale a picture down and leave the larger one's preview in it.
+    if (!maxPixel || longest < std::max(smallestPreview, *maxPixel) ||
+        longest > std::max(picture.width(), picture.height())) {
         return false;
     }
     const double height = double(preview.width()) * picture.height() / picture.width();

@@ -33,8 +33,8 @@ enum class Untagged { Srgb, AdobeRgb };
 /// @p size made to fit @p maxPixel, never enlarged, no edge below one pixel.
 [[nodiscard]] QSize fitted(QSize size, std::optional<int> maxPixel);
 
-/// Whether a preview may stand for the picture at @p maxPixel: large enough, and of the same
-/// aspect ratio within a pixel.
+/// Whether a preview may stand for the picture at @p maxPixel: large enough, no larger than the
+/// picture, and of the same aspect ratio within a pixel.
 [[nodiscard]] bool standsFor(QSize preview, QSize picture, std::optional<int> maxPixel);
 
 } // namespace JpegDecoder
