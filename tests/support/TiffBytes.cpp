@@ -21,9 +21,9 @@ void put(const Layout &layout, QByteArray &row, qsizetype index, double value)
     const auto as = [&]<typename T>(T number) {
         std::memcpy(row.data() + index * qsizetype{sizeof(T)}, &number, sizeof(T));
     };
-    const auto whole =
-        static_cast<quint32>(std::llround(value * double((1ULL << layout.bits) - 1)));
+    const auto largest = std::ldexp(1.0, layout.bits) - 1;
     const bool floating = layout.sampleFormat == SAMPLEFORMAT_IEEEFP;
+    const auto whole = floating ? 0U : static_cast<quint32>(std::llround(value * largest));
     switch (layout.bits) {
     case 8:
         as(static_cast<quint8>(whole));
