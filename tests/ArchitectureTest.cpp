@@ -52,6 +52,7 @@ private Q_SLOTS:
         QTest::newRow("Exiv2") << u"<exiv2/"_s << QStringList{u"platform/imageio/"_s};
         QTest::newRow("LibRaw") << u"<libraw/"_s << QStringList{u"platform/imageio/"_s};
         QTest::newRow("libjpeg") << u"<jpeglib.h>"_s << QStringList{u"platform/imageio/"_s};
+        QTest::newRow("libtiff") << u"<tiffio.h>"_s << QStringList{u"platform/imageio/"_s};
         QTest::newRow("lcms2") << u"<lcms2.h>"_s << QStringList{u"platform/imageio/"_s};
         QTest::newRow("FFmpeg") << u"<libav"_s
                                 << QStringList{u"platform/hevc/"_s, u"platform/media/"_s};

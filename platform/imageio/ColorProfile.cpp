@@ -61,7 +61,7 @@ void convertByTables(QImage &image, const QByteArray &icc)
     }
     const Transform transform(cmsCreateTransformTHR(context.get(), source.get(), TYPE_BGRA_8,
                                                     target.get(), TYPE_BGRA_8, INTENT_PERCEPTUAL,
-                                                    cmsFLAGS_COPY_ALPHA));
+                                                    cmsFLAGS_COPY_ALPHA | cmsFLAGS_HIGHRESPRECALC));
     if (!transform) {
         return;
     }
@@ -133,4 +133,9 @@ QImage ColorProfile::toSrgb(QImage image, const CodedColor &color)
     image.convertToColorSpace(QColorSpace::SRgb);
     image.setColorSpace({});
     return image;
+}
+
+QByteArray ColorProfile::adobeRgb()
+{
+    return QColorSpace(QColorSpace::AdobeRgb).iccProfile();
 }

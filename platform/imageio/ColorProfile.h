@@ -23,4 +23,7 @@ namespace ColorProfile {
 /// nothing to do and where a number is unknown.
 [[nodiscard]] QImage toSrgb(QImage image, const CodedColor &color);
 
+/// The profile of Adobe RGB (1998).
+[[nodiscard]] QByteArray adobeRgb();
+
 } // namespace ColorProfile

@@ -3,6 +3,7 @@
 
 #include "platform/imageio/EmbeddedJpegs.h"
 
+#include "platform/imageio/Cr3Pictures.h"
 #include "platform/imageio/JpegMarkers.h"
 #include "platform/imageio/LibRawThumbnail.h"
 #include "platform/imageio/RafHeader.h"
@@ -124,6 +125,10 @@ QList<EmbeddedJpegs::Candidate> EmbeddedJpegs::find(PagedReader &reader, FileKin
         }
         return candidates;
     case FileKind::Cr3:
+        for (const auto &picture : Cr3Pictures::find(reader)) {
+            addCandidate(candidates, reader, picture);
+        }
+        return candidates;
     case FileKind::Ciff:
     case FileKind::Other:
     case FileKind::Unknown:

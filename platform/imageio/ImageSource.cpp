@@ -8,6 +8,7 @@
 #include "platform/imageio/HeifDecoder.h"
 #include "platform/imageio/JpegDecoder.h"
 #include "platform/imageio/RawDecoder.h"
+#include "platform/imageio/TiffDecoder.h"
 
 #include <utility>
 
@@ -39,7 +40,12 @@ QImage ImageSource::image(std::optional<int> maxPixel) const
         return JpegDecoder::decode(m_file, {0, m_file.size()}, maxPixel);
     case FileKind::Media:
         return HeifDecoder::decode(m_file, maxPixel);
+    case FileKind::Tiff:
+        if (const auto pictures = TiffPictures::find(reader)) {
+            return TiffDecoder::decode(m_file, *pictures, maxPixel);
+        }
+        return RawDecoder::decode(m_file, kind, maxPixel);
     default:
-        return RawDecoder::decode(m_file, kind, maxPixel); // TODO: plain TIFF files have none yet
+        return RawDecoder::decode(m_file, kind, maxPixel);
     }
 }

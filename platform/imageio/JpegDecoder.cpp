@@ -4,6 +4,7 @@
 #include "platform/imageio/JpegDecoder.h"
 
 #include "platform/imageio/ColorProfile.h"
+#include "platform/imageio/DcfColors.h"
 #include "platform/imageio/JpegMarkers.h"
 #include "platform/imageio/JpegStream.h"
 #include "platform/imageio/PagedReader.h"
@@ -26,6 +27,7 @@ constexpr int smallestPreview = 256;
 
 struct ExifBlock {
     int orientation = 1;
+    bool isAdobeRgb = false;
     std::optional<ByteRange> thumbnail = {};
 };
 
@@ -43,6 +45,7 @@ ExifBlock readExif(PagedReader &reader, std::optional<ByteRange> block)
     }
     const auto code = tiff->integer(main->find(orientationTag)).value_or(1);
     result.orientation = code >= 1 && code <= 8 ? static_cast<int>(code) : 1;
+    result.isAdobeRgb = DcfColors::areAdobeRgb(*tiff);
     const auto second = main->next > 0 ? tiff->directory(main->next) : std::nullopt;
     const auto offset = second ? tiff->integer(second->find(thumbnailOffset)) : std::nullopt;
     const auto length = second ? tiff->integer(second->find(thumbnailLength)) : std::nullopt;
@@ -154,7 +157,9 @@ QSize JpegDecoder::fitted(QSize size, std::optional<int> maxPixel)
 bool JpegDecoder::standsFor(QSize preview, QSize picture, std::optional<int> maxPixel)
 {
     const int longest = std::max(preview.width(), preview.height());
-    if (!maxPixel || longest < std::max(smallestPreview, *maxPixel)) {
+    // Some programs scale a picture down and leave the larger one's preview in it.
+    if (!maxPixel || longest < std::max(smallestPreview, *maxPixel) ||
+        longest > std::max(picture.width(), picture.height())) {
         return false;
     }
     const double height = double(preview.width()) * picture.height() / picture.width();
@@ -163,7 +168,7 @@ bool JpegDecoder::standsFor(QSize preview, QSize picture, std::optional<int> max
 }
 
 QImage JpegDecoder::decode(const InputFile &file, ByteRange range, std::optional<int> maxPixel,
-                           std::optional<int> orientation, Preview preview)
+                           std::optional<int> orientation, Preview preview, Untagged untagged)
 {
     PagedReader reader(file);
     const auto markers = JpegMarkers::read(reader, range);
@@ -172,7 +177,10 @@ QImage JpegDecoder::decode(const InputFile &file, ByteRange range, std::optional
     }
     const auto exif = readExif(reader, markers->exif);
     const int code = orientation.value_or(exif.orientation);
-    const auto profile = readProfile(file, markers->applicationData2);
+    auto profile = readProfile(file, markers->applicationData2);
+    if (profile.isEmpty() && (exif.isAdobeRgb || untagged == Untagged::AdobeRgb)) {
+        profile = ColorProfile::adobeRgb();
+    }
     if (preview == Preview::Allowed) {
         const auto small = decodePreview(file, reader, *markers, exif.thumbnail, maxPixel, code);
         if (!small.isNull()) {

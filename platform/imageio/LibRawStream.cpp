@@ -8,15 +8,14 @@
 #include <cstring>
 #include <limits>
 
-constexpr INT64 mostBytes = INT64{64} * 1024 * 1024;
-
 static bool isSpace(int character)
 {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
-LibRawStream::LibRawStream(const InputFile &file)
+LibRawStream::LibRawStream(const InputFile &file, qint64 mostBytes)
     : m_file(file)
+    , m_bytesLeft(mostBytes)
 {
 }
 
@@ -25,9 +24,8 @@ QByteArrayView LibRawStream::available()
     if (m_at < m_blockAt || m_at >= m_blockAt + m_blockSize) {
         const auto blockLength = static_cast<INT64>(m_block.size());
         m_blockAt = m_at - m_at % blockLength;
-        m_blockSize =
-            m_bytesRead < mostBytes ? m_file.read(m_blockAt, m_block.data(), blockLength) : 0;
-        m_bytesRead += m_blockSize;
+        m_blockSize = m_bytesLeft > 0 ? m_file.read(m_blockAt, m_block.data(), blockLength) : 0;
+        m_bytesLeft -= m_blockSize;
     }
     const auto from = m_at - m_blockAt;
     return from < m_blockSize ? QByteArrayView(m_block.data() + from, m_blockSize - from)

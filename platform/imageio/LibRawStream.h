@@ -10,11 +10,13 @@
 #include <array>
 
 /// Lets LibRaw read an open file: a file that it opened itself would have its access time changed.
-/// Holds one small block in memory. Bounded: after 64 MiB of blocks everything fails as if the file
+/// Holds one small block in memory. Bounded: after so many bytes everything fails as if the file
 /// ended, as damaged files lead LibRaw round in circles. For one thread; the file must outlive it.
 class LibRawStream final : public LibRaw_abstract_datastream {
 public:
-    explicit LibRawStream(const InputFile &file);
+    static constexpr qint64 mostForProperties = qint64{64} * 1024 * 1024;
+
+    explicit LibRawStream(const InputFile &file, qint64 mostBytes = mostForProperties);
 
     int valid() override { return 1; }
 
@@ -44,5 +46,5 @@ private:
     std::array<char, 16 * 1024> m_block;
     INT64 m_blockAt = 0;
     INT64 m_blockSize = 0;
-    INT64 m_bytesRead = 0;
+    INT64 m_bytesLeft;
 };

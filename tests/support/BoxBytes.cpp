@@ -86,9 +86,31 @@ QByteArray BoxBytes::heif(const Heif &parts)
     return head(head(0).size() + 8) + box("mdat", content);
 }
 
-QByteArray BoxBytes::cr3(const QByteArray &main, const QByteArray &exif)
+QByteArray BoxBytes::cr3(const QByteArray &main, const QByteArray &exif,
+                         const Cr3Pictures &pictures)
 {
     const auto canon = QByteArray::fromHex("85c0b687820f11e08111f4ce462b6a48");
-    return box("ftyp", "crx " + big(1, 4) + "crx isom") +
-           box("moov", box("uuid", canon + box("CMT1", main) + box("CMT2", exif)));
+    const auto previewType = QByteArray::fromHex("eaf42b5e1c984b88b9fbb7dc406e4d16");
+    const auto withHeader = [](const QByteArray &stream) { return QByteArray(16, '\0') + stream; };
+    const auto settings =
+        box("CMT1", main) + box("CMT2", exif) +
+        (pictures.thumbnail.isEmpty() ? QByteArray() : box("THMB", withHeader(pictures.thumbnail)));
+    const QByteArray sensorData(64, '\x33');
+    const auto before = [&](qsizetype at) {
+        const auto track = [](qsizetype offset, qsizetype size) {
+            const auto table =
+                fullBox("stsz", 0, 0, big(0, 4) + big(1, 4) + big(static_cast<quint64>(size), 4)) +
+                fullBox("co64", 0, 0, big(1, 4) + big(static_cast<quint64>(offset), 8));
+            return box("trak", box("mdia", box("minf", box("stbl", table))));
+        };
+        return box("ftyp", "crx " + big(1, 4) + "crx isom") +
+               box("moov", box("uuid", canon + settings) + track(at, pictures.whole.size()) +
+                               track(at + pictures.whole.size(), sensorData.size())) +
+               box("uuid",
+                   previewType + big(1, 8) +
+                       (pictures.preview.isEmpty() ? QByteArray()
+                                                   : box("PRVW", withHeader(pictures.preview))));
+    };
+    constexpr qsizetype headerLength = 8;
+    return before(before(0).size() + headerLength) + box("mdat", pictures.whole + sensorData);
 }

@@ -39,7 +39,16 @@ struct Heif {
 /// A HEIF file without the coded picture itself.
 [[nodiscard]] QByteArray heif(const Heif &parts);
 
-/// Canon's CR3 with these TIFF blocks and no picture.
-[[nodiscard]] QByteArray cr3(const QByteArray &main, const QByteArray &exif);
+/// JPEG streams; those that are empty are not there.
+struct Cr3Pictures {
+    QByteArray thumbnail = {};
+    QByteArray preview = {};
+    /// The first track's; the second track's is sensor data.
+    QByteArray whole = {};
+};
+
+/// Canon's CR3 with these TIFF blocks and pictures.
+[[nodiscard]] QByteArray cr3(const QByteArray &main, const QByteArray &exif,
+                             const Cr3Pictures &pictures = {});
 
 } // namespace BoxBytes

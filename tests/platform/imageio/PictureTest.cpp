@@ -206,6 +206,17 @@ private Q_SLOTS:
         QVERIFY(isClose(image.pixel(20, 20), used ? qRgb(255, 0, 0) : qRgb(0, 0, 255), 4));
     }
 
+    void aThumbnailLargerThanThePictureDoesNotStandForIt()
+    {
+        const auto block = exifBlock({}, {}, jpeg(plain({1600, 1200}, qRgb(255, 0, 0))));
+        const auto stream = withExif(jpeg(plain({800, 600}, qRgb(0, 0, 255))), block);
+
+        const auto image = decode(stream, 1000);
+
+        QCOMPARE(image.size(), QSize(800, 600));
+        QVERIFY(isClose(image.pixel(20, 20), qRgb(0, 0, 255), 4));
+    }
+
     void theThumbnailNeverStandsForTheWhole()
     {
         const auto block = exifBlock({}, {}, jpeg(plain({400, 300}, qRgb(255, 0, 0))));
