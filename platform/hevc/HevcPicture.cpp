@@ -3,6 +3,8 @@
 
 #include "platform/hevc/HevcPicture.h"
 
+#include "platform/hevc/LibavLog.h"
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -28,14 +30,6 @@ struct Deleter {
 
 template<typename T>
 using Owned = std::unique_ptr<T, Deleter>;
-
-void silence()
-{
-    [[maybe_unused]] static const bool silent = [] {
-        av_log_set_callback([](void *, int, const char *, va_list) {});
-        return true;
-    }();
-}
 
 const AVPixFmtDescriptor *describe(const AVFrame &frame)
 {
@@ -139,7 +133,7 @@ struct HevcPicture::Frame {
 std::optional<HevcPicture> HevcPicture::decode(const QByteArray &configuration,
                                                const QByteArray &data, qint64 memory)
 {
-    silence();
+    silenceLibav();
     int64_t left = memory;
     const auto decoder = openDecoder(configuration, left);
     const Owned<AVPacket> packet(av_packet_alloc());

@@ -3,6 +3,10 @@
 
 #include "platform/media/PosterFrame.h"
 
+#include "platform/hevc/CodedColor.h"
+#include "platform/hevc/LibavLog.h"
+#include "platform/imageio/ColorProfile.h"
+#include "platform/imageio/ToneCurve.h"
 #include "platform/media/MediaInput.h"
 
 #include <QTransform>
@@ -33,14 +37,6 @@ struct Deleter {
 
 template<typename T>
 using Owned = std::unique_ptr<T, Deleter>;
-
-void silence()
-{
-    [[maybe_unused]] static const bool silent = [] {
-        av_log_set_callback([](void *, int, const char *, va_list) {});
-        return true;
-    }();
-}
 
 Owned<AVCodecContext> openDecoder(const AVStream &stream)
 {
@@ -135,6 +131,25 @@ QImage toImage(const AVFrame &frame, QSize size)
     return image;
 }
 
+/// The colours as those of sRGB.
+QImage toSrgb(QImage image, const AVFrame &frame)
+{
+    if (const auto *table = ToneCurve::table(frame.color_trc)) {
+        const auto drawnIn = [table](int value) {
+            return static_cast<int>(
+                (*table)[static_cast<size_t>(value * (ToneCurve::steps - 1) / 255)]);
+        };
+        for (int row = 0; row < image.height(); ++row) {
+            auto *line = reinterpret_cast<QRgb *>(image.scanLine(row));
+            std::transform(line, line + image.width(), line, [&](QRgb pixel) {
+                return qRgb(drawnIn(qRed(pixel)), drawnIn(qGreen(pixel)), drawnIn(qBlue(pixel)));
+            });
+        }
+    }
+    return ColorProfile::toSrgb(std::move(image), CodedColor{.primaries = frame.color_primaries,
+                                                             .transfer = frame.color_trc});
+}
+
 /// Turns and mirrorings of the display matrix (ISO 14496-12, 8.3.2); others are left out.
 QImage turned(const QImage &image, const AVStream &stream)
 {
@@ -157,7 +172,7 @@ QImage turned(const QImage &image, const AVStream &stream)
 
 QImage posterFrame(const std::filesystem::path &path, int maxPixel)
 {
-    silence();
+    silenceLibav();
     auto file = InputFile::open(path);
     if (!file || maxPixel < 1) {
         return {};
@@ -175,5 +190,6 @@ QImage posterFrame(const std::filesystem::path &path, int maxPixel)
     if (!frame || frame->width < 1 || frame->height < 1) {
         return {};
     }
-    return turned(toImage(*frame, shownSize(*frame, stream, maxPixel)), stream);
+    const auto image = toImage(*frame, shownSize(*frame, stream, maxPixel));
+    return turned(toSrgb(image, *frame), stream);
 }

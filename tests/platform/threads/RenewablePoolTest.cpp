@@ -44,6 +44,7 @@ private Q_SLOTS:
         gate.release();
 
         QTRY_VERIFY(low.isFinished() && middle.isFinished() && high.isFinished());
+        const std::lock_guard lock(mutex);
         QCOMPARE(order, (std::vector{2, 1, 0}));
     }
 
