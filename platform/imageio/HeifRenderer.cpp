@@ -5,6 +5,7 @@
 
 #include "platform/imageio/HeifTiles.h"
 #include "platform/imageio/JpegDecoder.h"
+#include "platform/imageio/JpegMarkers.h"
 #include "platform/imageio/Resampler.h"
 
 #include <algorithm>
@@ -113,6 +114,7 @@ HeifRenderer::HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qi
     , m_catalog(catalog)
     , m_memory(memory)
     , m_pixelsLeft(2 * mostPixels)
+    , m_itemsLeft(mostTiles + mostLayers)
 {
 }
 
@@ -123,7 +125,7 @@ std::optional<HeifRenderer::Picture> HeifRenderer::render(quint32 id)
 
 std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(quint32 id, int depth)
 {
-    const auto item = depth < mostStoreys ? m_catalog.item(id) : std::nullopt;
+    const auto item = depth < mostStoreys && m_itemsLeft-- > 0 ? m_catalog.item(id) : std::nullopt;
     if (!item) {
         return std::nullopt;
     }
@@ -149,13 +151,14 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(quint32 id, int de
     return picture;
 }
 
-bool HeifRenderer::spend(QSize size)
+/// For @p count pictures of @p size.
+bool HeifRenderer::spend(QSize size, qint64 count)
 {
     const auto pixels = pixelCount(size);
-    if (size.isEmpty() || pixels > std::min(mostPixels, m_pixelsLeft)) {
+    if (size.isEmpty() || pixels > std::min(mostPixels, m_pixelsLeft / count)) {
         return false;
     }
-    m_pixelsLeft -= pixels;
+    m_pixelsLeft -= pixels * count;
     return true;
 }
 
@@ -173,9 +176,21 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderTiles(const HeifItem &i
     return Picture{.rows = std::move(tiles), .color = color};
 }
 
-std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item) const
+std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item)
 {
     if (item.extents.size() != 1) {
+        return std::nullopt;
+    }
+    // The decoder keeps the coefficients of a progressive picture, beside the rows.
+    constexpr qint64 mostBytesPerPixel = 10;
+    PagedReader reader(m_file);
+    const auto markers = JpegMarkers::read(reader, item.extents.first());
+    if (!markers || !markers->isPicture) {
+        return std::nullopt;
+    }
+    const QSize size(static_cast<int>(*markers->width), static_cast<int>(*markers->height));
+    if (!spend(size) || pixelCount(size) > 2 * pixelCount(item.size) ||
+        pixelCount(size) * mostBytesPerPixel > m_memory) {
         return std::nullopt;
     }
     constexpr int asStored = 1;
@@ -213,15 +228,20 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderGrid(const HeifItem &it
     const auto size = tiles.first().size;
     const auto icc = tiles.first().icc;
     // Tiles cover the picture; their sizes are what damage can make larger than that.
-    if (!spend(grid->size) || pixelCount(size) > mostPixels / count) {
+    if (pixelCount(grid->size) > mostPixels || pixelCount(size) > mostPixels / count) {
         return std::nullopt;
     }
     if (plain) {
+        m_itemsLeft -= count;
+        if (m_itemsLeft < 0) {
+            return std::nullopt;
+        }
         auto rows = HeifTiles::open(
             m_file, std::move(tiles),
             {.columns = grid->columns, .rows = grid->rows, .tile = size, .picture = grid->size},
             item.color, m_memory);
-        if (!rows) {
+        // They may be larger than the picture that they are cut to.
+        if (!rows || !spend(rows->tileSize(), count)) {
             return std::nullopt;
         }
         const auto color = rows->color();
@@ -254,12 +274,14 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderOverlay(const HeifItem 
     return renderCanvas(item, canvas(overlay->size, overlay->color), parts, depth);
 }
 
-QImage HeifRenderer::canvas(QSize size, QRgb color) const
+QImage HeifRenderer::canvas(QSize size, QRgb color)
 {
-    // Beside it lie a part as decoded and as an image.
-    if (pixelCount(size) > std::min(mostPixels, m_memory / (3 * qint64{sizeof(QRgb)}))) {
+    // Beside it and those that it is a part of lie a part as decoded and as an image.
+    const auto mostAtOnce = m_memory / (3 * qint64{sizeof(QRgb)});
+    if (m_canvasPixels + pixelCount(size) > mostAtOnce || !spend(size)) {
         return {};
     }
+    m_canvasPixels += pixelCount(size);
     QImage image(size, QImage::Format_RGB32);
     image.fill(QColor(color));
     return image;
@@ -272,7 +294,9 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderCanvas(const HeifItem &
         return std::nullopt;
     }
     Picture result;
+    const auto canvasPixels = m_canvasPixels;
     for (const auto &part : parts) {
+        m_canvasPixels = canvasPixels; // those of the part before are gone
         auto picture = renderItem(part.id, depth + 1);
         if (!picture || pixelCount(picture->rows->size()) * qint64{sizeof(QRgb)} > m_memory / 3) {
             return std::nullopt;

@@ -17,6 +17,8 @@ constexpr int mostThreads = 4;
 constexpr QRgb grey = qRgb(128, 128, 128);
 /// One coded tile; a whole picture of 100 megapixels has some 60 MiB.
 constexpr qint64 largestTile = 128 * 1024 * 1024;
+/// Tiles are filled up to whole blocks of this edge.
+constexpr int largestBlock = 64;
 
 std::optional<HevcPicture> decodeTile(const InputFile &file, const HeifItem &item, qint64 memory)
 {
@@ -39,7 +41,6 @@ std::optional<HevcPicture> decodeTile(const InputFile &file, const HeifItem &ite
 /// says so in the stream.
 QSize trueSize(QSize said, QSize decoded)
 {
-    constexpr int largestBlock = 64;
     const auto filling = decoded - said;
     const bool isFilledUp = !said.isEmpty() && filling.width() >= 0 && filling.height() >= 0 &&
                             filling.width() < largestBlock && filling.height() < largestBlock;
@@ -93,13 +94,17 @@ bool HeifTiles::begin(const Layout &layout, std::optional<CodedColor> color)
         !fills(rows, tile.height(), picture.height())) {
         return false;
     }
+    // Later tiles are of that size too: a damaged file would have larger ones decoded for nothing.
+    constexpr qint64 mostBytesPerPixel = 8;
+    m_memory = std::min(m_memory, mostBytesPerPixel * (tile.width() + largestBlock) *
+                                      (tile.height() + largestBlock));
     showTiles(std::move(tiles));
     return true;
 }
 
 std::future<HeifTiles::Tile> HeifTiles::start(const HeifItem &item) const
 {
-    const auto work = [this, item] { return decodeTile(m_file, item, m_memory); };
+    const auto work = [this, item, memory = m_memory] { return decodeTile(m_file, item, memory); };
     if (m_threads > 1) {
         try {
             return std::async(std::launch::async, work);

@@ -38,6 +38,9 @@ public:
     [[nodiscard]] QSize size() const override { return m_layout.picture; }
     [[nodiscard]] bool readRow(QRgb *pixels) override;
 
+    /// Of each tile, as decoded.
+    [[nodiscard]] QSize tileSize() const { return m_layout.tile; }
+
     /// Of the rows, see PlaneConverter.
     [[nodiscard]] CodedColor color() const { return m_color; }
 

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <stdexcept>
 
 static bool isSpace(int character)
 {
@@ -54,6 +55,10 @@ int LibRawStream::read(void *target, size_t size, size_t count)
 
 int LibRawStream::seek(INT64 offset, int origin)
 {
+    // Some of LibRaw's loops end at a place that a damaged file puts exabytes behind its end.
+    if (--m_leapsLeft < 0) {
+        throw std::runtime_error("a file that leads round in circles");
+    }
     const INT64 base = origin == SEEK_CUR ? m_at : origin == SEEK_END ? size() : 0;
     // LibRaw does not look at the answer; at the end of the file every read fails.
     m_at = std::clamp<INT64>(offset, -base, size() - base) + base;

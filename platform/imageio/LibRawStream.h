@@ -11,10 +11,14 @@
 
 /// Lets LibRaw read an open file: a file that it opened itself would have its access time changed.
 /// Holds one small block in memory. Bounded: after so many bytes everything fails as if the file
-/// ended, as damaged files lead LibRaw round in circles. For one thread; the file must outlive it.
+/// ended, as damaged files lead LibRaw round in circles, and after so many leaps, which some of
+/// those circles consist of, the next one throws a std::exception. For one thread; the file must
+/// outlive it.
 class LibRawStream final : public LibRaw_abstract_datastream {
 public:
     static constexpr qint64 mostForProperties = qint64{64} * 1024 * 1024;
+    /// A file has some hundreds in its directories, and one for each tile or row.
+    static constexpr int mostLeaps = 1'000'000;
 
     explicit LibRawStream(const InputFile &file, qint64 mostBytes = mostForProperties);
 
@@ -47,4 +51,5 @@ private:
     INT64 m_blockAt = 0;
     INT64 m_blockSize = 0;
     INT64 m_bytesLeft;
+    int m_leapsLeft = mostLeaps;
 };

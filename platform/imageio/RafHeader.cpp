@@ -3,6 +3,8 @@
 
 #include "platform/imageio/RafHeader.h"
 
+#include "platform/imageio/ByteCursor.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -34,16 +36,18 @@ void readSensorSize(RafHeader &header, PagedReader &reader, ByteRange records)
     const auto count = std::min(qFromBigEndian<quint32>(head.constData()), mostRecords);
     auto at = records.offset + 4;
     for (quint32 index = 0; index < count; ++index) {
-        const auto record = reader.bytes(at, 8);
-        if (record.isEmpty()) {
+        ByteCursor record(reader.bytes(at, 8));
+        const auto tag = record.take(2);
+        const auto size = static_cast<qint64>(record.take(2));
+        const auto height = static_cast<qint64>(record.take(2));
+        const auto width = static_cast<qint64>(record.take(2));
+        if (record.failed()) {
             return;
         }
-        const auto tag = qFromBigEndian<quint16>(record.constData());
-        const auto size = qFromBigEndian<quint16>(record.constData() + 2);
         const bool wanted = tag == croppedSize || (tag == fullSize && !header.width);
         if (wanted && size >= 4) {
-            header.height = qFromBigEndian<quint16>(record.constData() + 4);
-            header.width = qFromBigEndian<quint16>(record.constData() + 6);
+            header.height = height;
+            header.width = width;
         }
         at += 4 + size;
     }

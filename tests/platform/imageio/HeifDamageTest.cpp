@@ -6,6 +6,7 @@
 #include "tests/support/HeifPictures.h"
 #include "tests/support/PictureBytes.h"
 
+#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
@@ -96,6 +97,60 @@ private Q_SLOTS:
         tile.properties[0] = sizeProperty({2048, 2048});
 
         QVERIFY(decode(file(main, {grid, tile}), 256).isNull());
+    }
+
+    void manyLargeCanvasesOfFewBytesAreNoPicture()
+    {
+        // Sixteen of 36 megapixels, each of sixteen more.
+        QList<Item> items;
+        for (quint16 storey = 0; storey < 3; ++storey) {
+            const auto below = static_cast<quint16>(main + storey + 1);
+            items.append({.id = static_cast<quint16>(main + storey),
+                          .type = "iovl",
+                          .properties = {sizeProperty({6000, 6000})},
+                          .data = overlayData({6000, 6000}, QList<QPoint>(16)),
+                          .references = {{"dimg", QList<quint16>(16, below)}}});
+        }
+        items.append(coded(main + 3, plain({64, 64}, red)));
+
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(decode(file(main, items), 256).isNull());
+        QVERIFY(timer.elapsed() < 5000);
+    }
+
+    void manyGridsOfGridsAreNoPicture()
+    {
+        QList<Item> items;
+        for (quint16 storey = 0; storey < 3; ++storey) {
+            const auto below = static_cast<quint16>(main + storey + 1);
+            items.append({.id = static_cast<quint16>(main + storey),
+                          .type = "grid",
+                          .properties = {sizeProperty({1, 1}), turnProperty(1)},
+                          .data = gridData(64, 64, {1, 1}),
+                          .references = {{"dimg", QList<quint16>(4096, below)}}});
+        }
+        items.append({.id = main + 3,
+                      .type = "jpeg",
+                      .properties = {sizeProperty({8, 8}), turnProperty(1)},
+                      .data = PictureBytes::jpeg(plain({8, 8}, red))});
+
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(decode(file(main, items), 256).isNull());
+        QVERIFY(timer.elapsed() < 5000);
+    }
+
+    void aJpegItemOfMorePixelsThanSaidIsNoPicture()
+    {
+        Item item{.id = main,
+                  .type = "jpeg",
+                  .properties = {sizeProperty({256, 256}), cropProperty({128, 128}, {0, 0})},
+                  .data = PictureBytes::jpeg(plain({256, 256}, red))};
+        QVERIFY(!decode(file(main, {item}), whole).isNull());
+
+        item.properties = {sizeProperty({64, 64}), cropProperty({32, 32}, {0, 0})};
+        QVERIFY(decode(file(main, {item}), whole).isNull());
     }
 
     void everyTruncationIsSurvived()

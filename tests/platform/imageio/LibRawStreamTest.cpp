@@ -112,6 +112,17 @@ private Q_SLOTS:
         QCOMPARE(stream.get_char(), EOF);
     }
 
+    void leapingForEverEnds()
+    {
+        const auto file = fileOf("0123456789");
+        LibRawStream stream(*file);
+        for (int leap = 0; leap < LibRawStream::mostLeaps; ++leap) {
+            stream.seek(leap % 10, SEEK_SET);
+        }
+
+        QVERIFY_THROWS_EXCEPTION(std::exception, stream.seek(0, SEEK_SET));
+    }
+
 private:
     std::optional<InputFile> fileOf(const QByteArray &bytes) const
     {
