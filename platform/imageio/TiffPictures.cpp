@@ -78,6 +78,9 @@ std::optional<TiffPictures> TiffPictures::find(PagedReader &reader)
 
     std::optional<TiffPictures> result;
     QList<Picture> reduced;
+    QList<qint64> ofMain;     // the directories within the picture's own
+    QSet<qint64> ofOthers;    // those within others behind it
+    bool hasNextPage = false; // what is smaller from there on is so of another picture
     const auto take = [&](const Picture &picture, const TiffReader::Directory &directory) {
         result.emplace().main = picture;
         const auto code = tiff->integer(directory.find(orientationTag))
@@ -105,14 +108,26 @@ std::optional<TiffPictures> TiffPictures::find(PagedReader &reader)
             return std::nullopt;
         }
         if (const auto picture = pictureIn(*tiff, offset, *directory)) {
+            const bool isOfMain = ofMain.contains(offset);
             if (isReduced(*tiff, *directory)) {
-                reduced.append(*picture);
+                if (isOfMain || (!hasNextPage && !ofOthers.contains(offset))) {
+                    reduced.append(*picture);
+                }
             } else if (!result) {
                 take(*picture, *directory);
+                reduced.clear(); // those in front are of something else
+            } else if (!isOfMain) {
+                hasNextPage = true;
             }
         }
-        waiting =
-            tiff->integers(directory->find(subDirectoriesTag)).mid(0, mostDirectories) + waiting;
+        const auto within =
+            tiff->integers(directory->find(subDirectoriesTag)).mid(0, mostDirectories);
+        if (result && result->main.directory == offset) {
+            ofMain = within;
+        } else if (result) {
+            ofOthers.unite({within.begin(), within.end()});
+        }
+        waiting = within + waiting;
         if (directory->next > 0) {
             waiting.append(directory->next);
         }

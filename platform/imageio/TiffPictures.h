@@ -25,7 +25,8 @@ struct TiffPictures {
 
     /// The first that is no smaller version of another.
     Picture main;
-    /// The narrowest first.
+    /// Of that one alone, among other pages: in its directory, or behind it and in front of the
+    /// next. The narrowest first.
     QList<Picture> smaller = {};
     /// The code of EXIF, 1 to 8, for all of them.
     int orientation = 1;
