@@ -438,7 +438,7 @@ private Q_SLOTS:
         QFETCH(bool, used);
         QVERIFY(TiffBytes::append(m_path, {.size = {800, 600}, .orientation = 6},
                                   [](QPoint, int sample) { return sample == 2 ? 1.0 : 0.0; }));
-        QVERIFY(TiffBytes::append(m_path, {.size = smaller, .subfile = subfile},
+        QVERIFY(TiffBytes::append(m_path, {.size = smaller, .orientation = 6, .subfile = subfile},
                                   [](QPoint, int sample) { return sample == 0 ? 1.0 : 0.0; }));
 
         const auto image = decode(maxPixel);
@@ -484,6 +484,63 @@ private Q_SLOTS:
         QCOMPARE(qGreen(decode(whole).pixel(20, 20)), 250);
         QCOMPARE(decode(256).size(), QSize(256, 192));
         QTEST(qGreen(decode(256).pixel(20, 20)), "shown");
+    }
+
+    void aSmallerVersionThatIsTurnedOtherwiseDoesNotStandForIt_data()
+    {
+        QTest::addColumn<int>("mains");
+        QTest::addColumn<int>("smallers");
+        QTest::addColumn<bool>("used");
+        QTest::newRow("the same") << 3 << 3 << true;
+        QTest::newRow("nothing is said of it") << 3 << 0 << true;
+        QTest::newRow("it is upright") << 3 << 1 << false;
+        QTest::newRow("it alone is turned") << 0 << 3 << false;
+        QTest::newRow("it alone is said to be upright") << 0 << 1 << true;
+        QTest::newRow("both stand, on other sides") << 6 << 8 << false;
+        QTest::newRow("a code that is none") << 3 << 9 << true;
+    }
+
+    void aSmallerVersionThatIsTurnedOtherwiseDoesNotStandForIt()
+    {
+        QFETCH(int, mains);
+        QFETCH(int, smallers);
+        QFETCH(bool, used);
+        PictureBytes::write(m_path, document({{.grey = 250, .orientation = quint16(mains)},
+                                              {.size = {400, 300},
+                                               .grey = 200,
+                                               .isReduced = true,
+                                               .orientation = quint16(smallers)}}));
+
+        const auto image = decode(256);
+
+        QCOMPARE(image.height() > image.width(), mains >= 5);
+        QCOMPARE(qGreen(image.pixel(20, 20)), used ? 200 : 250);
+    }
+
+    void aSmallerVersionOfAnotherProfileDoesNotStandForIt_data()
+    {
+        QTest::addColumn<QByteArray>("mains");
+        QTest::addColumn<QByteArray>("smallers");
+        QTest::addColumn<bool>("used");
+        const auto wide = QColorSpace(QColorSpace::DisplayP3).iccProfile();
+        const auto plain = QColorSpace(QColorSpace::SRgb).iccProfile();
+        QTest::newRow("the same") << wide << wide << true;
+        QTest::newRow("the picture's alone") << wide << QByteArray() << true;
+        QTest::newRow("another") << wide << plain << false;
+        QTest::newRow("the smaller one's alone") << QByteArray() << wide << false;
+    }
+
+    void aSmallerVersionOfAnotherProfileDoesNotStandForIt()
+    {
+        QFETCH(QByteArray, mains);
+        QFETCH(QByteArray, smallers);
+        QFETCH(bool, used);
+        const auto grey = [](double value) { return [value](QPoint, int) { return value; }; };
+        QVERIFY(TiffBytes::append(m_path, {.size = {800, 600}, .profile = mains}, grey(1)));
+        QVERIFY(TiffBytes::append(m_path, {.size = {400, 300}, .profile = smallers, .subfile = 1},
+                                  grey(0)));
+
+        QCOMPARE(qGreen(decode(256).pixel(20, 20)), used ? 0 : 255);
     }
 
     void aSmallerVersionInFrontIsNotThePicture()
