@@ -77,6 +77,13 @@ QByteArray readProfile(const InputFile &file, const QList<ByteRange> &segments)
     return profile;
 }
 
+/// The profile that the stream itself names; empty where it names none.
+QByteArray ownProfile(const InputFile &file, const JpegMarkers &markers, const ExifBlock &exif)
+{
+    const auto profile = readProfile(file, markers.applicationData2);
+    return profile.isEmpty() && exif.isAdobeRgb ? ColorProfile::adobeRgb() : profile;
+}
+
 /// The rows of @p stream, turned and scaled.
 QImage decodeRows(JpegStream &stream, QSize target, int orientation)
 {
@@ -114,8 +121,10 @@ QImage decodeRows(JpegStream &stream, QSize target, int orientation)
     return picture.take();
 }
 
+/// In sRGB, out of the colours of @p profile where the preview names none of its own.
 QImage decodePreview(const InputFile &file, PagedReader &reader, const JpegMarkers &main,
-                     std::optional<ByteRange> place, std::optional<int> maxPixel, int orientation)
+                     std::optional<ByteRange> place, std::optional<int> maxPixel, int orientation,
+                     const QByteArray &profile)
 {
     const auto preview = place ? JpegMarkers::read(reader, *place) : std::nullopt;
     if (!preview || !preview->isPicture) {
@@ -126,7 +135,10 @@ QImage decodePreview(const InputFile &file, PagedReader &reader, const JpegMarke
     if (!JpegDecoder::standsFor(size, mainSize, maxPixel)) {
         return {};
     }
-    return JpegDecoder::decode(file, *place, maxPixel, orientation, JpegDecoder::Preview::Ignored);
+    const auto image =
+        JpegDecoder::decode(file, *place, maxPixel, orientation, JpegDecoder::Preview::Ignored);
+    const auto own = ownProfile(file, *preview, readExif(reader, preview->exif));
+    return own.isEmpty() ? ColorProfile::toSrgb(image, profile) : image;
 }
 
 } // namespace
@@ -177,14 +189,15 @@ QImage JpegDecoder::decode(const InputFile &file, ByteRange range, std::optional
     }
     const auto exif = readExif(reader, markers->exif);
     const int code = orientation.value_or(exif.orientation);
-    auto profile = readProfile(file, markers->applicationData2);
-    if (profile.isEmpty() && (exif.isAdobeRgb || untagged == Untagged::AdobeRgb)) {
+    auto profile = ownProfile(file, *markers, exif);
+    if (profile.isEmpty() && untagged == Untagged::AdobeRgb) {
         profile = ColorProfile::adobeRgb();
     }
     if (preview == Preview::Allowed) {
-        const auto small = decodePreview(file, reader, *markers, exif.thumbnail, maxPixel, code);
+        const auto small =
+            decodePreview(file, reader, *markers, exif.thumbnail, maxPixel, code, profile);
         if (!small.isNull()) {
-            return ColorProfile::toSrgb(small, profile);
+            return small;
         }
     }
     auto stream = JpegStream::open(file, range);

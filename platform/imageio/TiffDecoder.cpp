@@ -17,16 +17,13 @@ constexpr qint64 mostPixels = 400'000'000;
 constexpr qint64 mostMemory = qint64{960} * 1024 * 1024;
 constexpr qint64 leastWorkingMemory = qint64{256} * 1024 * 1024;
 
-QByteArray readProfile(const InputFile &file, const TiffPictures &pictures)
+QByteArray readProfile(const InputFile &file, const TiffPictures::Picture &picture)
 {
     constexpr qint64 largestProfile = qint64{4} * 1024 * 1024;
-    if (!pictures.profile) {
-        return pictures.isAdobeRgb ? ColorProfile::adobeRgb() : QByteArray();
-    }
-    if (pictures.profile->length > largestProfile) {
+    if (!picture.profile || picture.profile->length > largestProfile) {
         return {};
     }
-    return file.bytes(pictures.profile->offset, pictures.profile->length);
+    return file.bytes(picture.profile->offset, picture.profile->length);
 }
 
 QImage decodePicture(const InputFile &file, const TiffPictures::Picture &picture, int orientation,
@@ -62,10 +59,13 @@ QImage decodePicture(const InputFile &file, const TiffPictures::Picture &picture
 QImage TiffDecoder::decode(const InputFile &file, const TiffPictures &pictures,
                            std::optional<int> maxPixel)
 {
-    const auto profile = readProfile(file, pictures);
+    const auto own = readProfile(file, pictures.main);
+    const auto profile =
+        !pictures.main.profile && pictures.isAdobeRgb ? ColorProfile::adobeRgb() : own;
     for (const auto &smaller : pictures.smaller) {
         if (smaller.size.width() < pictures.main.size.width() &&
-            JpegDecoder::standsFor(smaller.size, pictures.main.size, maxPixel)) {
+            JpegDecoder::standsFor(smaller.size, pictures.main.size, maxPixel) &&
+            (!smaller.profile || readProfile(file, smaller) == own)) {
             const auto image =
                 decodePicture(file, smaller, pictures.orientation, maxPixel, profile);
             if (!image.isNull()) {

@@ -17,7 +17,8 @@ namespace TiffDecoder {
 
 /// The picture, or a smaller version in the file that may stand for it at @p maxPixel, as
 /// ImageSource::image() promises it. Parts that damage has destroyed are black. Null when nothing
-/// is left of it, for more than 400 megapixels, and for more than fit into 1 GiB.
+/// is left of it, for more than 400 megapixels, for more than fit into 1 GiB, and for more than 100
+/// megapixels out of next to nothing.
 [[nodiscard]] QImage decode(const InputFile &file, const TiffPictures &pictures,
                             std::optional<int> maxPixel);
 

@@ -60,7 +60,14 @@ std::optional<TiffPictures::Picture> pictureIn(const TiffReader &tiff, qint64 of
     if (!hasData || width < 1 || height < 1 || width > longestEdge || height > longestEdge) {
         return std::nullopt;
     }
-    return TiffPictures::Picture{offset, {static_cast<int>(width), static_cast<int>(height)}};
+    TiffPictures::Picture picture = {offset, {static_cast<int>(width), static_cast<int>(height)}};
+    const auto code = tiff.integer(directory.find(orientationTag)).value_or(0);
+    if (code >= 1 && code <= 8) {
+        picture.orientation = static_cast<int>(code);
+    }
+    const auto profile = directory.find(profileTag);
+    picture.profile = profile ? tiff.place(*profile) : std::nullopt;
+    return picture;
 }
 
 } // namespace
@@ -78,13 +85,14 @@ std::optional<TiffPictures> TiffPictures::find(PagedReader &reader)
 
     std::optional<TiffPictures> result;
     QList<Picture> reduced;
-    const auto take = [&](const Picture &picture, const TiffReader::Directory &directory) {
+    QList<qint64> ofMain;     // the directories within the picture's own
+    QSet<qint64> ofOthers;    // those within others behind it
+    bool hasNextPage = false; // what is smaller from there on is so of another picture
+    const auto take = [&](const Picture &picture) {
         result.emplace().main = picture;
-        const auto code = tiff->integer(directory.find(orientationTag))
-                              .value_or(tiff->integer(first->find(orientationTag)).value_or(1));
-        result->orientation = code >= 1 && code <= 8 ? static_cast<int>(code) : 1;
-        const auto profile = directory.find(profileTag);
-        result->profile = profile ? tiff->place(*profile) : std::nullopt;
+        const auto code = tiff->integer(first->find(orientationTag)).value_or(1);
+        result->orientation =
+            picture.orientation.value_or(code >= 1 && code <= 8 ? static_cast<int>(code) : 1);
     };
 
     QList<qint64> waiting = {tiff->firstDirectory()};
@@ -105,22 +113,37 @@ std::optional<TiffPictures> TiffPictures::find(PagedReader &reader)
             return std::nullopt;
         }
         if (const auto picture = pictureIn(*tiff, offset, *directory)) {
+            const bool isOfMain = ofMain.contains(offset);
             if (isReduced(*tiff, *directory)) {
-                reduced.append(*picture);
+                if (isOfMain || (!hasNextPage && !ofOthers.contains(offset))) {
+                    reduced.append(*picture);
+                }
             } else if (!result) {
-                take(*picture, *directory);
+                take(*picture);
+                reduced.clear(); // those in front are of something else
+            } else if (!isOfMain) {
+                hasNextPage = true;
             }
         }
-        waiting =
-            tiff->integers(directory->find(subDirectoriesTag)).mid(0, mostDirectories) + waiting;
+        const auto within =
+            tiff->integers(directory->find(subDirectoriesTag)).mid(0, mostDirectories);
+        if (result && result->main.directory == offset) {
+            ofMain = within;
+        } else if (result) {
+            ofOthers.unite({within.begin(), within.end()});
+        }
+        waiting = within + waiting;
         if (directory->next > 0) {
             waiting.append(directory->next);
         }
     }
     if (!result && isComplete && reduced.size() == 1 && seen.size() == 1) {
-        take(reduced.takeFirst(), *first); // the only one: it is a smaller version of nothing
+        take(reduced.takeFirst()); // the only one: it is a smaller version of nothing
     }
     if (result) {
+        reduced.removeIf([&](const Picture &picture) {
+            return picture.orientation.value_or(result->orientation) != result->orientation;
+        });
         std::ranges::sort(reduced, {}, [](const Picture &picture) { return picture.size.width(); });
         result->smaller = reduced;
         result->isAdobeRgb = DcfColors::areAdobeRgb(*tiff);

@@ -18,6 +18,9 @@ struct TiffPictures {
         qint64 directory = 0;
         /// Pixels, as stored.
         QSize size = {};
+        /// The code of EXIF, 1 to 8, where there is one.
+        std::optional<int> orientation = {};
+        std::optional<ByteRange> profile = {};
     };
 
     /// Nothing for RAW files, and where there is no picture.
@@ -25,11 +28,11 @@ struct TiffPictures {
 
     /// The first that is no smaller version of another.
     Picture main;
-    /// The narrowest first.
+    /// Of that one alone, among other pages: in its directory, or behind it and in front of the
+    /// next. The narrowest first.
     QList<Picture> smaller = {};
-    /// The code of EXIF, 1 to 8, for all of them.
+    /// The code of EXIF, 1 to 8, for all of them: smaller ones of another are left out.
     int orientation = 1;
-    std::optional<ByteRange> profile = {};
     /// What the colours are without a profile.
     bool isAdobeRgb = false;
 };

@@ -224,6 +224,46 @@ private Q_SLOTS:
         QCOMPARE(decode(withExif(srgb, dcfBlock(0xffff, "R03"))), decode(stream));
     }
 
+    void aThumbnailHasItsOwnColoursOrThePictures_data()
+    {
+        QTest::addColumn<QByteArray>("pictures");
+        QTest::addColumn<QByteArray>("thumbnails");
+        QTest::addColumn<QByteArray>("expected");
+
+        const auto wide = profileOf(QColorSpace::DisplayP3);
+        const auto adobe = profileOf(QColorSpace::AdobeRgb);
+        const auto srgb = profileOf(QColorSpace::SRgb);
+        const QByteArray none;
+        QTest::newRow("the picture's alone") << wide << none << wide;
+        QTest::newRow("the same") << wide << wide << wide;
+        QTest::newRow("another") << wide << adobe << adobe;
+        QTest::newRow("sRGB in another") << wide << srgb << srgb;
+        QTest::newRow("its own alone") << none << adobe << adobe;
+        QTest::newRow("none") << none << none << srgb;
+    }
+
+    void aThumbnailHasItsOwnColoursOrThePictures()
+    {
+        QFETCH(QByteArray, pictures);
+        QFETCH(QByteArray, thumbnails);
+        QFETCH(QByteArray, expected);
+        const auto stream = [](QSize size, QRgb color, const QByteArray &profile) {
+            QImage image(size, QImage::Format_RGB32);
+            image.fill(color);
+            const auto plain = JpegBytes::jpeg(image, {.colors = JpegBytes::Colors::Rgb});
+            return profile.isEmpty() ? plain : withProfile(plain, profile);
+        };
+        const auto color = qRgb(60, 200, 90);
+        const auto file =
+            withExif(stream({800, 600}, qRgb(200, 0, 0), pictures),
+                     exifBlock({shorts(0x0112, {1})}, {}, stream({320, 240}, color, thumbnails)));
+
+        const auto shown = decode(file, 256);
+
+        const auto coded = decode(stream(shown.size(), color, {}));
+        QVERIFY(largestDifference(shown, inSrgb(coded, expected)) <= 2);
+    }
+
     void thePreviewOfARawFileHasTheFilesColours_data()
     {
         QTest::addColumn<bool>("isAdobeRgb");

@@ -74,6 +74,16 @@ std::array<QRgb, 4> shownQuarters(const QImage &image)
             image.pixel(3 * x, 3 * y)};
 }
 
+/// As in EXIF: the stored quarters, named by where the upright picture's corners lie.
+constexpr std::array<std::array<size_t, 4>, 8> storedAt = {{{0, 1, 2, 3},
+                                                            {1, 0, 3, 2},
+                                                            {3, 2, 1, 0},
+                                                            {2, 3, 0, 1},
+                                                            {0, 2, 1, 3},
+                                                            {2, 0, 3, 1},
+                                                            {3, 1, 2, 0},
+                                                            {1, 3, 0, 2}}};
+
 } // namespace
 
 Q_DECLARE_METATYPE(DngBytes::Pattern)
@@ -105,15 +115,6 @@ private Q_SLOTS:
         QFETCH(Pattern, pattern);
         QFETCH(quint16, code);
         QFETCH(std::optional<int>, maxPixel);
-        // As in EXIF: the stored quarters, named by where the upright picture's corners lie.
-        const std::array<std::array<size_t, 4>, 8> storedAt = {{{0, 1, 2, 3},
-                                                                {1, 0, 3, 2},
-                                                                {3, 2, 1, 0},
-                                                                {2, 3, 0, 1},
-                                                                {0, 2, 1, 3},
-                                                                {2, 0, 3, 1},
-                                                                {3, 1, 2, 0},
-                                                                {1, 3, 0, 2}}};
         const std::array<QRgb, 4> colours = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255),
                                              qRgb(255, 255, 255)};
         auto parts = cornersDng();
@@ -202,6 +203,42 @@ private Q_SLOTS:
         QCOMPARE(image.width(), longest);
         const int grey = code(0.6);
         QVERIFY(isClose(image.pixel(20, 20), used ? qRgb(255, 0, 0) : qRgb(grey, grey, grey), 4));
+    }
+
+    void everyOrientationOfAPreviewIsShownUpright_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<int>("code");
+        for (quint16 turn = 1; turn <= 8; ++turn) {
+            auto parts = greyDng(0.5);
+            parts.orientation = turn;
+            parts.preview = jpeg(corners({236, 158}));
+            QTest::addRow("DNG, code %d", turn) << DngBytes::dng(parts) << int{turn};
+            parts.preview = {};
+            parts.bitmap = corners({236, 158});
+            QTest::addRow("DNG, plain pixels, code %d", turn) << DngBytes::dng(parts) << int{turn};
+            const auto stream =
+                withExif(jpeg(corners({236, 158})), exifBlock({shorts(0x0112, {turn})}, {}));
+            QTest::addRow("RAF, code %d", turn) << raf(stream, {240, 160}) << int{turn};
+        }
+    }
+
+    void everyOrientationOfAPreviewIsShownUpright()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(int, code);
+        const std::array<QRgb, 4> colours = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255),
+                                             qRgb(255, 255, 255)};
+
+        const auto image = decode(file, 100);
+
+        QCOMPARE(std::max(image.width(), image.height()), 100);
+        QCOMPARE(image.height() > image.width(), code >= 5);
+        const auto shown = shownQuarters(image);
+        for (size_t corner = 0; corner < 4; ++corner) {
+            const auto stored = storedAt.at(size_t(code - 1)).at(corner);
+            QVERIFY(isClose(shown.at(corner), colours.at(stored), 6));
+        }
     }
 
     void withoutSensorDataThePreviewServesButNotForTheWhole_data()

@@ -51,6 +51,28 @@ QByteArray claimed(qint32 width, qint32 height, qint32 rowsPerStrip, quint16 com
                     QByteArray(100'000, '\x55'));
 }
 
+/// RGBA, deflated, of strips that all lie in the same place, with @p rest behind them.
+QByteArray repeated(QSize size, int rowsPerStrip, qsizetype rest = 0)
+{
+    const QByteArray strip(qsizetype{4} * size.width() * rowsPerStrip, '\x80');
+    const auto stored = qCompress(strip, 9).sliced(4); // behind Qt's length
+    const auto count = (size.height() + rowsPerStrip - 1) / rowsPerStrip;
+    const auto fields = [&](qint32 place) {
+        return QList{longs(0x100, {size.width()}),
+                     longs(0x101, {size.height()}),
+                     shorts(0x102, {8, 8, 8, 8}),
+                     shorts(0x103, {8}),
+                     shorts(0x106, {2}),
+                     longs(0x111, QList<qint32>(count, place)),
+                     shorts(0x115, {4}),
+                     longs(0x116, {rowsPerStrip}),
+                     longs(0x117, QList<qint32>(count, static_cast<qint32>(stored.size()))),
+                     shorts(0x152, {2})};
+    };
+    const auto place = static_cast<qint32>(tiffFile(fields(0)).size());
+    return tiffFile(fields(place), stored + QByteArray(rest, '\x55'));
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(TiffBytes::Layout)
@@ -163,6 +185,46 @@ private Q_SLOTS:
 
         QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
         QVERIFY(peakResident() - before < 1024L * 1024); // KiB
+    }
+
+    void whatClaimsFarMoreThanItStoresIsRefusedQuickly_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::newRow("strips in one place") << repeated({20000, 20000}, 400);
+        QTest::newRow("strips in one place of a large file")
+            << repeated({20000, 20000}, 400, 30'000'000);
+        QTest::newRow("one strip of a thousand megabytes") << repeated({20000, 13000}, 13000);
+        QTest::newRow("white rows of a fax")
+            << tiffFile({longs(0x100, {20000}), longs(0x101, {20000}), shorts(0x102, {1}),
+                         shorts(0x103, {4}), shorts(0x106, {0}), longs(0x111, {160}),
+                         shorts(0x115, {1}), longs(0x116, {20000}), longs(0x117, {2500})},
+                        QByteArray(2600, '\xff'));
+    }
+
+    void whatClaimsFarMoreThanItStoresIsRefusedQuickly()
+    {
+        QFETCH(QByteArray, file);
+        PictureBytes::write(m_path, file);
+        const auto before = peakResident();
+        QElapsedTimer timer;
+        timer.start();
+
+        QVERIFY(decode(2160).isNull());
+        QVERIFY(decode(whole).isNull());
+
+        QVERIFY2(timer.elapsed() < 20'000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(peakResident() - before < 512L * 1024); // KiB
+    }
+
+    void aSmallPictureMayHaveItsStripsInOnePlace()
+    {
+        PictureBytes::write(m_path, repeated({2000, 1500}, 100));
+
+        const auto image = decode(whole);
+
+        QCOMPARE(image.size(), QSize(2000, 1500));
+        // Grey of a half, on black.
+        QVERIFY(std::abs(qGreen(image.pixel(1000, 1450)) - 64) <= 1);
     }
 
     void directoriesInACircleEnd()

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cmath>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 using TiffBytes::Layout;
@@ -130,9 +131,65 @@ QList<quint16> fourColors(int bits, quint16 largest)
     return result;
 }
 
+struct Page {
+    QSize size = {800, 600};
+    int grey = 0;
+    bool isReduced = false;
+    /// The numbers of the pages whose directories are in its own.
+    QList<int> within = {};
+    quint16 orientation = 0; ///< 0 for no such field
+};
+
+/// A TIFF file of plain pages; those within no other follow each other.
+QByteArray document(const QList<Page> &pages)
+{
+    using namespace PictureBytes;
+    QByteArray bytes = "II" + number(42, 2) + number(0, 4);
+    QList<qint32> data;
+    QList<int> inner;
+    for (const auto &page : pages) {
+        data.append(static_cast<qint32>(bytes.size()));
+        bytes += QByteArray(qsizetype{page.size.width()} * page.size.height(), char(page.grey));
+        inner += page.within;
+    }
+    QList<qint32> places(pages.size(), 0);
+    QByteArray directories;
+    for (int round = 0; round < 2; ++round) { // first for the places
+        directories.clear();
+        for (int number = 0; number < pages.size(); ++number) {
+            const auto &page = pages.at(number);
+            QList<Field> fields = {
+                longs(0xfe, {page.isReduced ? 1 : 0}), longs(0x100, {page.size.width()}),
+                longs(0x101, {page.size.height()}),    shorts(0x102, {8}),
+                shorts(0x106, {blackIsZero}),          longs(0x111, {data.at(number)})};
+            if (page.orientation != 0) {
+                fields.append(shorts(0x112, {page.orientation}));
+            }
+            fields.append(longs(0x117, {page.size.width() * page.size.height()}));
+            if (!page.within.isEmpty()) {
+                QList<qint32> within;
+                std::ranges::transform(page.within, std::back_inserter(within),
+                                       [&](int inside) { return places.at(inside); });
+                fields.append(longs(0x14a, within));
+            }
+            int next = number + 1;
+            while (inner.contains(next)) {
+                ++next;
+            }
+            const bool isLast = inner.contains(number) || next == pages.size();
+            places[number] = static_cast<qint32>(bytes.size() + directories.size());
+            directories += directory(fields, static_cast<quint32>(places.at(number)),
+                                     isLast ? 0 : static_cast<quint32>(places.at(next)));
+        }
+    }
+    bytes.replace(4, 4, number(static_cast<quint32>(places.constFirst()), 4));
+    return bytes + directories;
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(TiffBytes::Layout)
+Q_DECLARE_METATYPE(Page)
 
 class TiffPictureTest : public QObject {
     Q_OBJECT
@@ -381,7 +438,7 @@ private Q_SLOTS:
         QFETCH(bool, used);
         QVERIFY(TiffBytes::append(m_path, {.size = {800, 600}, .orientation = 6},
                                   [](QPoint, int sample) { return sample == 2 ? 1.0 : 0.0; }));
-        QVERIFY(TiffBytes::append(m_path, {.size = smaller, .subfile = subfile},
+        QVERIFY(TiffBytes::append(m_path, {.size = smaller, .orientation = 6, .subfile = subfile},
                                   [](QPoint, int sample) { return sample == 0 ? 1.0 : 0.0; }));
 
         const auto image = decode(maxPixel);
@@ -389,6 +446,101 @@ private Q_SLOTS:
         QCOMPARE(image.height(), maxPixel.value_or(800));
         QVERIFY(image.width() < image.height());
         QCOMPARE(image.pixel(20, 20), used ? qRgb(255, 0, 0) : qRgb(0, 0, 255));
+    }
+
+    void onlyItsOwnSmallerVersionStandsForAPicture_data()
+    {
+        QTest::addColumn<QList<Page>>("pages");
+        QTest::addColumn<int>("shown");
+
+        const Page main = {.grey = 250};
+        const Page next = {.grey = 100};
+        const Page small = {.size = {400, 300}, .grey = 200, .isReduced = true};
+        const Page foreign = {.size = {256, 192}, .grey = 50, .isReduced = true};
+        const auto with = [](Page page, const QList<int> &within) {
+            page.within = within;
+            return page;
+        };
+        QTest::newRow("behind it") << QList{main, small} << 200;
+        QTest::newRow("behind it, and one behind another")
+            << QList{main, small, next, foreign} << 200;
+        QTest::newRow("behind another") << QList{main, next, foreign} << 250;
+        QTest::newRow("in front of it") << QList{foreign, main} << 250;
+        QTest::newRow("within it") << QList{with(main, {1}), small} << 200;
+        QTest::newRow("within it, and others within another")
+            << QList{with(main, {1}), small, with(next, {3}), foreign} << 200;
+        QTest::newRow("within it, behind a part that is none")
+            << QList{with(main, {1, 2}), next, small} << 200;
+        QTest::newRow("within another") << QList{main, with(next, {2}), foreign} << 250;
+        QTest::newRow("beside it, within one in front")
+            << QList{with(foreign, {1, 2}), main, small} << 200;
+    }
+
+    void onlyItsOwnSmallerVersionStandsForAPicture()
+    {
+        QFETCH(QList<Page>, pages);
+        PictureBytes::write(m_path, document(pages));
+
+        QCOMPARE(qGreen(decode(whole).pixel(20, 20)), 250);
+        QCOMPARE(decode(256).size(), QSize(256, 192));
+        QTEST(qGreen(decode(256).pixel(20, 20)), "shown");
+    }
+
+    void aSmallerVersionThatIsTurnedOtherwiseDoesNotStandForIt_data()
+    {
+        QTest::addColumn<int>("mains");
+        QTest::addColumn<int>("smallers");
+        QTest::addColumn<bool>("used");
+        QTest::newRow("the same") << 3 << 3 << true;
+        QTest::newRow("nothing is said of it") << 3 << 0 << true;
+        QTest::newRow("it is upright") << 3 << 1 << false;
+        QTest::newRow("it alone is turned") << 0 << 3 << false;
+        QTest::newRow("it alone is said to be upright") << 0 << 1 << true;
+        QTest::newRow("both stand, on other sides") << 6 << 8 << false;
+        QTest::newRow("a code that is none") << 3 << 9 << true;
+    }
+
+    void aSmallerVersionThatIsTurnedOtherwiseDoesNotStandForIt()
+    {
+        QFETCH(int, mains);
+        QFETCH(int, smallers);
+        QFETCH(bool, used);
+        PictureBytes::write(m_path, document({{.grey = 250, .orientation = quint16(mains)},
+                                              {.size = {400, 300},
+                                               .grey = 200,
+                                               .isReduced = true,
+                                               .orientation = quint16(smallers)}}));
+
+        const auto image = decode(256);
+
+        QCOMPARE(image.height() > image.width(), mains >= 5);
+        QCOMPARE(qGreen(image.pixel(20, 20)), used ? 200 : 250);
+    }
+
+    void aSmallerVersionOfAnotherProfileDoesNotStandForIt_data()
+    {
+        QTest::addColumn<QByteArray>("mains");
+        QTest::addColumn<QByteArray>("smallers");
+        QTest::addColumn<bool>("used");
+        const auto wide = QColorSpace(QColorSpace::DisplayP3).iccProfile();
+        const auto plain = QColorSpace(QColorSpace::SRgb).iccProfile();
+        QTest::newRow("the same") << wide << wide << true;
+        QTest::newRow("the picture's alone") << wide << QByteArray() << true;
+        QTest::newRow("another") << wide << plain << false;
+        QTest::newRow("the smaller one's alone") << QByteArray() << wide << false;
+    }
+
+    void aSmallerVersionOfAnotherProfileDoesNotStandForIt()
+    {
+        QFETCH(QByteArray, mains);
+        QFETCH(QByteArray, smallers);
+        QFETCH(bool, used);
+        const auto grey = [](double value) { return [value](QPoint, int) { return value; }; };
+        QVERIFY(TiffBytes::append(m_path, {.size = {800, 600}, .profile = mains}, grey(1)));
+        QVERIFY(TiffBytes::append(m_path, {.size = {400, 300}, .profile = smallers, .subfile = 1},
+                                  grey(0)));
+
+        QCOMPARE(qGreen(decode(256).pixel(20, 20)), used ? 0 : 255);
     }
 
     void aSmallerVersionInFrontIsNotThePicture()
