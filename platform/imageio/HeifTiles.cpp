@@ -35,15 +35,18 @@ std::optional<HevcPicture> decodeTile(const InputFile &file, const HeifItem &ite
     return HevcPicture::decode(item.configuration, data, memory);
 }
 
-/// The part of the decoded tile that counts: codecs fill up to whole blocks, and not every writer
-/// says so in the stream.
+/// The part of the decoded tile that counts: codecs fill up to whole blocks, and some cameras to a
+/// square. Not every writer says so in the stream.
 QSize trueSize(QSize said, QSize decoded)
 {
     constexpr int largestBlock = 64;
     const auto filling = decoded - said;
-    const bool isFilledUp = !said.isEmpty() && filling.width() >= 0 && filling.height() >= 0 &&
-                            filling.width() < largestBlock && filling.height() < largestBlock;
-    return isFilledUp ? said : decoded;
+    if (said.isEmpty() || filling.width() < 0 || filling.height() < 0) {
+        return decoded;
+    }
+    const bool isOfBlocks = filling.width() < largestBlock && filling.height() < largestBlock;
+    const auto pixels = [](QSize size) { return qint64{size.width()} * size.height(); };
+    return isOfBlocks || pixels(decoded) <= 2 * pixels(said) ? said : decoded;
 }
 
 } // namespace
