@@ -30,6 +30,9 @@ public:
     /// The bytes of an item; empty when they are more than @p most.
     [[nodiscard]] QByteArray data(const HeifItem &item, qint64 most) const;
 
+    /// The bytes of a profile, a large one of which may be that of thousands of tiles.
+    [[nodiscard]] QByteArray profile(ByteRange icc) const;
+
 private:
     struct Entry {
         QByteArray type;

@@ -56,12 +56,12 @@ void addTransparency(HeifRenderer::Picture &picture, HeifRenderer &renderer,
     }
 }
 
-QImage toSrgb(QImage image, const HeifRenderer::Picture &picture)
+QImage toSrgb(QImage image, const HeifCatalog &catalog, const HeifRenderer::Picture &picture)
 {
     const bool isHighRange = ToneCurve::table(picture.color.transfer) != nullptr;
-    return picture.icc.isEmpty() || isHighRange
+    return picture.icc.length <= 0 || isHighRange
                ? ColorProfile::toSrgb(std::move(image), picture.color)
-               : ColorProfile::toSrgb(std::move(image), picture.icc);
+               : ColorProfile::toSrgb(std::move(image), catalog.profile(picture.icc));
 }
 
 /// Which picture of the file is decoded. Main pictures are shown whatever size they turn out to
@@ -112,7 +112,7 @@ QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
         return {};
     }
     addTransparency(*picture, renderer, catalog, id);
-    return toSrgb(drawn(*picture->rows, placement, target), *picture);
+    return toSrgb(drawn(*picture->rows, placement, target), catalog, *picture);
 }
 
 /// Whether the pictures look the same at @p maxPixel. Their sizes may differ in more than a pixel

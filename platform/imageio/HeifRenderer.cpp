@@ -143,7 +143,7 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(quint32 id, int de
         return std::nullopt;
     }
     picture->steps += item->steps;
-    if (!item->icc.isEmpty()) {
+    if (item->icc.length > 0) {
         picture->icc = item->icc;
     }
     return picture;

@@ -15,8 +15,8 @@ public:
         std::unique_ptr<PictureRows> rows;
         /// To be applied to the rows, in this order.
         QList<HeifItem::Step> steps = {};
-        /// Of the rows, which are in sRGB where neither says anything.
-        QByteArray icc = {};
+        /// Where the profile of the rows is, which are in sRGB where this and the next say nothing.
+        ByteRange icc = {};
         CodedColor color = {};
     };
 

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/imageio/ImageSource.h"
+#include "tests/support/BoxBytes.h"
+#include "tests/support/HeifPictures.h"
+#include "tests/support/PictureBytes.h"
+
+#include <QColorSpace>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fstream>
+#include <string>
+
+using namespace HeifBytes;
+using namespace HeifPictures;
+using BoxBytes::sizeProperty;
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool measuresMemory = false;
+#else
+constexpr bool measuresMemory = true;
+#endif
+
+/// What the process took at most, in MiB, since it was last asked.
+qint64 peakMemory()
+{
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    qint64 peak = 0;
+    while (std::getline(status, line)) {
+        if (line.starts_with("VmHWM:")) {
+            peak = std::stoll(line.substr(6)) / 1024;
+        }
+    }
+    std::ofstream("/proc/self/clear_refs") << 5;
+    return peak;
+}
+
+/// A grid of 64 x 64 times the item 2, each @p tile large.
+Item largeGrid(QSize tile)
+{
+    const auto size = tile * 64;
+    return {.id = main,
+            .type = "grid",
+            .properties = {sizeProperty(size)},
+            .data = gridData(64, 64, size),
+            .references = {{"dimg", QList<quint16>(4096, 2)}}};
+}
+
+} // namespace
+
+/// HEIF files of few bytes that name some of them again and again: they cost neither much time nor
+/// much memory.
+class HeifCostTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        if (!canEncode()) {
+            QSKIP("libheif has no HEVC encoder");
+        }
+    }
+
+    void littleIsDone_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<bool>("shown");
+
+        const auto tile = coded(2, plain({64, 64}, red));
+        QTest::newRow("one tile, many times") << file(main, {largeGrid({64, 64}), tile}) << true;
+        auto profiled = tile;
+        const auto profile = QColorSpace(QColorSpace::SRgb).iccProfile();
+        constexpr qsizetype large = 4 * 1024 * 1024 - 64;
+        profiled.properties.append(
+            profileProperty(profile + QByteArray(large - profile.size(), '\0')));
+        QTest::newRow("one tile with a large profile, many times")
+            << file(main, {largeGrid({64, 64}), profiled}) << true;
+        auto configured = tile;
+        configured.properties += QList<QByteArray>(
+            250, BoxBytes::box("hvcC", tile.properties.at(1).mid(8) + QByteArray(16000, '\0')));
+        QTest::newRow("one tile with many configurations, many times")
+            << file(main, {largeGrid({64, 64}), configured}) << true;
+    }
+
+    void littleIsDone()
+    {
+        QFETCH(QByteArray, file);
+        PictureBytes::write(m_path, file);
+        (void)peakMemory();
+        const auto before = peakMemory();
+        QElapsedTimer timer;
+        timer.start();
+
+        const auto image = ImageSource::open(m_path)->image(256);
+
+        // A few seconds on a busy machine, and the picture itself; it was minutes and gigabytes.
+        constexpr qint64 mostTime = 20'000;
+        constexpr qint64 mostMemory = 512;
+        const auto time = timer.elapsed();
+        const auto memory = peakMemory() - before;
+        qInfo("%lld ms, %lld MiB", time, memory);
+        QVERIFY(time < mostTime);
+        QVERIFY(!measuresMemory || (before > 0 && memory < mostMemory));
+        QTEST(!image.isNull(), "shown");
+    }
+
+private:
+    QTemporaryDir m_directory;
+    std::filesystem::path m_path =
+        std::filesystem::path(m_directory.path().toStdString()) / "picture.hif";
+};
+
+QTEST_MAIN(HeifCostTest)
+#include "HeifCostTest.moc"
