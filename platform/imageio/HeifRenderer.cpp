@@ -5,6 +5,7 @@
 
 #include "platform/imageio/HeifTiles.h"
 #include "platform/imageio/JpegDecoder.h"
+#include "platform/imageio/JpegMarkers.h"
 #include "platform/imageio/Resampler.h"
 
 #include <algorithm>
@@ -19,6 +20,8 @@ constexpr int mostStoreys = 4;
 /// 100 megapixels in tiles of 256 x 256.
 constexpr qsizetype mostTiles = 4096;
 constexpr qsizetype mostLayers = 16;
+/// A picture and its transparency in tiles.
+constexpr int mostItems = 2 * mostTiles + 2 * mostStoreys;
 
 qint64 pixelCount(QSize size)
 {
@@ -106,6 +109,17 @@ void put(QImage &canvas, const QImage &part, QPoint corner)
     }
 }
 
+/// What the stream itself says; empty when it is no picture.
+QSize jpegSize(const InputFile &file, const HeifItem &item)
+{
+    PagedReader reader(file);
+    const auto markers =
+        item.extents.size() == 1 ? JpegMarkers::read(reader, item.extents.first()) : std::nullopt;
+    return markers && markers->isPicture
+               ? QSize(static_cast<int>(*markers->width), static_cast<int>(*markers->height))
+               : QSize();
+}
+
 } // namespace
 
 HeifRenderer::HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qint64 memory)
@@ -113,6 +127,7 @@ HeifRenderer::HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qi
     , m_catalog(catalog)
     , m_memory(memory)
     , m_pixelsLeft(2 * mostPixels)
+    , m_itemsLeft(mostItems)
 {
 }
 
@@ -123,7 +138,8 @@ std::optional<HeifRenderer::Picture> HeifRenderer::render(quint32 id)
 
 std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(quint32 id, int depth)
 {
-    const auto item = depth < mostStoreys ? m_catalog.item(id) : std::nullopt;
+    const bool mayLook = depth < mostStoreys && m_itemsLeft-- > 0;
+    const auto item = mayLook ? m_catalog.item(id) : std::nullopt;
     if (!item) {
         return std::nullopt;
     }
@@ -173,9 +189,10 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderTiles(const HeifItem &i
     return Picture{.rows = std::move(tiles), .color = color};
 }
 
-std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item) const
+std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item)
 {
-    if (item.extents.size() != 1) {
+    const auto size = jpegSize(m_file, item);
+    if (pixelCount(size) > 2 * pixelCount(item.size) || !spend(size)) {
         return std::nullopt;
     }
     constexpr int asStored = 1;
@@ -254,10 +271,10 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderOverlay(const HeifItem 
     return renderCanvas(item, canvas(overlay->size, overlay->color), parts, depth);
 }
 
-QImage HeifRenderer::canvas(QSize size, QRgb color) const
+QImage HeifRenderer::canvas(QSize size, QRgb color)
 {
     // Beside it lie a part as decoded and as an image.
-    if (pixelCount(size) > std::min(mostPixels, m_memory / (3 * qint64{sizeof(QRgb)}))) {
+    if (pixelCount(size) > m_memory / (3 * qint64{sizeof(QRgb)}) || !spend(size)) {
         return {};
     }
     QImage image(size, QImage::Format_RGB32);
@@ -278,6 +295,9 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderCanvas(const HeifItem &
             return std::nullopt;
         }
         const auto placement = HeifPlacement::of(picture->rows->size(), picture->steps);
+        if (!spend(placement.window.size())) {
+            return std::nullopt;
+        }
         put(canvas, drawn(*picture->rows, placement, placement.window.size()), part.corner);
         if (&part == &parts.first()) {
             result.icc = picture->icc;

@@ -34,20 +34,22 @@ private:
 
     std::optional<Picture> renderItem(quint32 id, int depth);
     std::optional<Picture> renderTiles(const HeifItem &item);
-    std::optional<Picture> renderJpeg(const HeifItem &item) const;
+    std::optional<Picture> renderJpeg(const HeifItem &item);
     std::optional<Picture> renderIdentity(const HeifItem &item, int depth);
     std::optional<Picture> renderGrid(const HeifItem &item, int depth);
     std::optional<Picture> renderOverlay(const HeifItem &item, int depth);
     std::optional<Picture> renderCanvas(const HeifItem &item, QImage canvas,
                                         const QList<Part> &parts, int depth);
-    QImage canvas(QSize size, QRgb color) const;
+    QImage canvas(QSize size, QRgb color);
     bool spend(QSize size);
 
     const InputFile &m_file;
     const HeifCatalog &m_catalog;
     qint64 m_memory;
-    /// Pixels that may still be decoded: a few bytes can name a large picture many times.
+    /// Pixels that may still be decoded or drawn: a few bytes can name a large picture many times.
     qint64 m_pixelsLeft;
+    /// Items that may still be looked at.
+    int m_itemsLeft;
 };
 
 /// @p rows scaled by the Resampler to @p target, the size of what is shown before it is turned, and

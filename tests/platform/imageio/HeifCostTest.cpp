@@ -52,6 +52,21 @@ Item largeGrid(QSize tile)
             .references = {{"dimg", QList<quint16>(4096, 2)}}};
 }
 
+/// Three storeys of overlays of @p size, each of which names the one below 16 times.
+QList<Item> piledOverlays(QSize size)
+{
+    QList<Item> items;
+    for (quint16 id = main; id < main + 3; ++id) {
+        items.append({.id = id,
+                      .type = "iovl",
+                      .properties = {sizeProperty(size)},
+                      .data = overlayData(size, QList<QPoint>(16)),
+                      .references = {{"dimg", QList<quint16>(16, id + 1)}}});
+    }
+    items.append(coded(main + 3, plain({64, 64}, red)));
+    return items;
+}
+
 } // namespace
 
 /// HEIF files of few bytes that name some of them again and again: they cost neither much time nor
@@ -86,6 +101,22 @@ private Q_SLOTS:
             250, BoxBytes::box("hvcC", tile.properties.at(1).mid(8) + QByteArray(16000, '\0')));
         QTest::newRow("one tile with many configurations, many times")
             << file(main, {largeGrid({64, 64}), configured}) << true;
+        const auto stream = PictureBytes::jpeg(plain({3000, 2000}, red));
+        const Item wrong{
+            .id = 2, .type = "jpeg", .properties = {sizeProperty({10, 10})}, .data = stream};
+        QTest::newRow("one JPEG stream, far larger than said, many times")
+            << file(main, {largeGrid({10, 10}), wrong}) << false;
+        auto honest = wrong;
+        honest.properties[0] = sizeProperty({3000, 2000});
+        QTest::newRow("one large JPEG stream, many times")
+            << file(main, {largeGrid({10, 10}), honest}) << false;
+        const Item spot{.id = 2,
+                        .type = "jpeg",
+                        .properties = {sizeProperty({8, 8})},
+                        .data = PictureBytes::jpeg(plain({8, 8}, red))};
+        QTest::newRow("one small JPEG stream, many times")
+            << file(main, {largeGrid({8, 8}), spot}) << true;
+        QTest::newRow("overlays over overlays") << file(main, piledOverlays({5000, 4000})) << false;
     }
 
     void littleIsDone()
