@@ -20,6 +20,8 @@ constexpr int mostStoreys = 4;
 /// 100 megapixels in tiles of 256 x 256.
 constexpr qsizetype mostTiles = 4096;
 constexpr qsizetype mostLayers = 16;
+/// Tiles of one colour are small, and may be one that is named often.
+constexpr qint64 mostRepeatedBytes = qint64{64} * 1024 * 1024;
 /// A picture and its transparency in tiles.
 constexpr int mostItems = 2 * mostTiles + 2 * mostStoreys;
 
@@ -127,6 +129,7 @@ HeifRenderer::HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qi
     , m_catalog(catalog)
     , m_memory(memory)
     , m_pixelsLeft(2 * mostPixels)
+    , m_bytesLeft(2 * file.size() + mostRepeatedBytes)
     , m_itemsLeft(mostItems)
 {
 }
@@ -175,10 +178,25 @@ bool HeifRenderer::spend(QSize size)
     return true;
 }
 
+bool HeifRenderer::spend(const QList<HeifItem> &coded)
+{
+    qint64 bytes = 0;
+    for (const auto &item : coded) {
+        for (const auto &extent : item.extents) {
+            bytes += extent.length;
+        }
+    }
+    if (bytes > m_bytesLeft) {
+        return false;
+    }
+    m_bytesLeft -= bytes;
+    return true;
+}
+
 std::optional<HeifRenderer::Picture> HeifRenderer::renderTiles(const HeifItem &item)
 {
     // The decoder holds itself to the memory; a picture much larger than said is damaged.
-    if (!spend(item.size)) {
+    if (!spend(item.size) || !spend(QList{item})) {
         return std::nullopt;
     }
     auto tiles = HeifTiles::open(m_file, {item}, {.tile = item.size}, item.color, m_memory);
@@ -192,7 +210,7 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderTiles(const HeifItem &i
 std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item)
 {
     const auto size = jpegSize(m_file, item);
-    if (pixelCount(size) > 2 * pixelCount(item.size) || !spend(size)) {
+    if (pixelCount(size) > 2 * pixelCount(item.size) || !spend(size) || !spend(QList{item})) {
         return std::nullopt;
     }
     constexpr int asStored = 1;
@@ -234,6 +252,9 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderGrid(const HeifItem &it
         return std::nullopt;
     }
     if (plain) {
+        if (!spend(tiles)) {
+            return std::nullopt;
+        }
         auto rows = HeifTiles::open(
             m_file, std::move(tiles),
             {.columns = grid->columns, .rows = grid->rows, .tile = size, .picture = grid->size},

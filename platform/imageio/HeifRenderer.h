@@ -42,12 +42,15 @@ private:
                                         const QList<Part> &parts, int depth);
     QImage canvas(QSize size, QRgb color);
     bool spend(QSize size);
+    bool spend(const QList<HeifItem> &coded);
 
     const InputFile &m_file;
     const HeifCatalog &m_catalog;
     qint64 m_memory;
     /// Pixels that may still be decoded or drawn: a few bytes can name a large picture many times.
     qint64 m_pixelsLeft;
+    /// Coded bytes that may still be decoded.
+    qint64 m_bytesLeft;
     /// Items that may still be looked at.
     int m_itemsLeft;
 };

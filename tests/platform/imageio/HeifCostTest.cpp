@@ -101,6 +101,18 @@ private Q_SLOTS:
             250, BoxBytes::box("hvcC", tile.properties.at(1).mid(8) + QByteArray(16000, '\0')));
         QTest::newRow("one tile with many configurations, many times")
             << file(main, {largeGrid({64, 64}), configured}) << true;
+        auto padded = tile;
+        constexpr char unit[] = "\0\xc0\0\0\x7e\1"; // 12 MiB of a kind that nobody reads
+        padded.data.prepend(QByteArray(unit, 6) + QByteArray(0xc00000 - 2, '\x5a'));
+        QTest::newRow("one tile of many bytes, many times")
+            << file(main, {largeGrid({64, 64}), padded}) << false;
+        auto larger = coded(2, plain({3008, 2000}, red));
+        larger.properties[0] = sizeProperty({64, 64});
+        QTest::newRow("one tile, far larger than said, many times")
+            << file(main, {largeGrid({64, 64}), larger}) << false;
+        larger.properties.removeFirst();
+        QTest::newRow("one large tile that does not say how large, many times")
+            << file(main, {largeGrid({64, 64}), larger}) << false;
         const auto stream = PictureBytes::jpeg(plain({3000, 2000}, red));
         const Item wrong{
             .id = 2, .type = "jpeg", .properties = {sizeProperty({10, 10})}, .data = stream};
