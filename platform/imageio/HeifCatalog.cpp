@@ -10,6 +10,16 @@
 constexpr qint64 largestConfiguration = 16 * 1024;
 constexpr qint64 largestProfile = 4 * 1024 * 1024;
 
+/// Thumbnails of an item, and as many other pictures that go with it: cameras write a handful.
+constexpr qsizetype mostCompanions = 16;
+
+static void addOnce(QList<quint32> &companions, quint32 item)
+{
+    if (companions.size() < mostCompanions && !companions.contains(item)) {
+        companions.append(item);
+    }
+}
+
 HeifCatalog::HeifCatalog(PagedReader &reader)
     : m_reader(&reader)
 {
@@ -60,7 +70,7 @@ void HeifCatalog::readReferences(const HeifBoxes::Boxes &meta)
             if (type == "thmb" || type == "auxl") {
                 for (const auto master : to) {
                     if (const auto entry = m_entries.find(master); entry != m_entries.end()) {
-                        (type == "thmb" ? entry->thumbnails : entry->auxiliaries).append(from);
+                        addOnce(type == "thmb" ? entry->thumbnails : entry->auxiliaries, from);
                     }
                 }
             } else if (const auto entry = m_entries.find(from); entry != m_entries.end()) {

@@ -19,9 +19,9 @@ public:
     /// Nothing when there is no such item.
     [[nodiscard]] std::optional<HeifItem> item(quint32 id) const;
 
-    /// Small pictures of an item.
+    /// Small pictures of an item, each once, and not too many to look at.
     [[nodiscard]] QList<quint32> thumbnails(quint32 id) const;
-    /// Its transparency, gain map, depth.
+    /// Its transparency, gain map, depth, in the same way.
     [[nodiscard]] QList<quint32> auxiliaries(quint32 id) const;
     /// Whether the colours of the picture @p id are multiplied by the transparency @p alpha
     /// already.

@@ -113,6 +113,12 @@ private Q_SLOTS:
         larger.properties.removeFirst();
         QTest::newRow("one large tile that does not say how large, many times")
             << file(main, {largeGrid({64, 64}), larger}) << false;
+        auto named = tile;
+        named.id = main;
+        auto small = coded(2, plain({64, 64}, red), QList<QByteArray>(200, sizeProperty({64, 64})));
+        small.references = QList<Reference>(30, {"thmb", QList<quint16>(60'000, main)});
+        small.references += QList<Reference>(30, {"auxl", QList<quint16>(60'000, main)});
+        QTest::newRow("one thumbnail, many times") << file(main, {named, small}) << true;
         const auto stream = PictureBytes::jpeg(plain({3000, 2000}, red));
         const Item wrong{
             .id = 2, .type = "jpeg", .properties = {sizeProperty({10, 10})}, .data = stream};

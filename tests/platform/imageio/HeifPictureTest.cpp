@@ -463,6 +463,19 @@ private Q_SLOTS:
         QVERIFY(isClose(decode(file, whole).pixel(20, 20), blue));
     }
 
+    void aThumbnailIsFoundBehindOneThatIsNamedOften()
+    {
+        auto tiny = coded(2, plain({64, 64}, green));
+        tiny.references = {{"thmb", QList<quint16>(20, main)}};
+        auto thumbnail = coded(3, plain({320, 256}, red));
+        thumbnail.references = {{"thmb", {main}}};
+
+        const auto image =
+            decode(file(main, {coded(main, plain({640, 512}, blue)), tiny, thumbnail}), 256);
+
+        QVERIFY(isClose(image.pixel(20, 20), red));
+    }
+
     void aDamagedThumbnailIsNone()
     {
         auto thumbnail = coded(2, plain({320, 256}, red));
