@@ -76,7 +76,8 @@ int takeBuffer(AVCodecContext *context, AVFrame *frame, int flags)
     return result;
 }
 
-Owned<AVCodecContext> openDecoder(const QByteArray &configuration, int64_t &memory)
+Owned<AVCodecContext> openDecoder(const QByteArray &configuration, int64_t &memory,
+                                  int64_t mostPixels)
 {
     const auto *const codec = avcodec_find_decoder(AV_CODEC_ID_HEVC);
     Owned<AVCodecContext> context(codec != nullptr ? avcodec_alloc_context3(codec) : nullptr);
@@ -91,8 +92,9 @@ Owned<AVCodecContext> openDecoder(const QByteArray &configuration, int64_t &memo
     context->extradata_size = static_cast<int>(size);
     context->opaque = &memory;
     context->get_buffer2 = takeBuffer;
-    context->max_pixels = static_cast<int64_t>(static_cast<double>(memory) /
-                                               (bytesBesidePixel + fewestBytesPerPixel));
+    context->max_pixels =
+        std::min(mostPixels, static_cast<int64_t>(static_cast<double>(memory) /
+                                                  (bytesBesidePixel + fewestBytesPerPixel)));
     context->thread_count = 1; // tiles are what is decoded side by side
     context->flags |= AV_CODEC_FLAG_UNALIGNED | AV_CODEC_FLAG_OUTPUT_CORRUPT;
     return avcodec_open2(context.get(), codec, nullptr) == 0 ? std::move(context) : nullptr;
@@ -131,11 +133,12 @@ struct HevcPicture::Frame {
 };
 
 std::optional<HevcPicture> HevcPicture::decode(const QByteArray &configuration,
-                                               const QByteArray &data, qint64 memory)
+                                               const QByteArray &data, qint64 memory,
+                                               qint64 mostPixels)
 {
     silenceLibav();
     int64_t left = memory;
-    const auto decoder = openDecoder(configuration, left);
+    const auto decoder = openDecoder(configuration, left, mostPixels);
     const Owned<AVPacket> packet(av_packet_alloc());
     auto frame = std::make_unique<Frame>();
     frame->frame.reset(av_frame_alloc());

@@ -23,9 +23,11 @@ public:
 
     /// The picture in @p data, whose parameters are in @p configuration, both as in ISO 14496-15,
     /// 8.3.3. What damage has destroyed is grey. Nothing when no picture can be had,
-    /// and when it needed more than @p memory bytes, which is found before they are taken.
+    /// and when it has more than @p mostPixels or needed more than @p memory bytes, which is found
+    /// before they are taken.
     [[nodiscard]] static std::optional<HevcPicture> decode(const QByteArray &configuration,
-                                                           const QByteArray &data, qint64 memory);
+                                                           const QByteArray &data, qint64 memory,
+                                                           qint64 mostPixels);
 
     HevcPicture(HevcPicture &&) noexcept;
     HevcPicture &operator=(HevcPicture &&) noexcept;

@@ -10,6 +10,16 @@
 constexpr qint64 largestConfiguration = 16 * 1024;
 constexpr qint64 largestProfile = 4 * 1024 * 1024;
 
+/// Thumbnails of an item, and as many other pictures that go with it: cameras write a handful.
+constexpr qsizetype mostCompanions = 16;
+
+static void addOnce(QList<quint32> &companions, quint32 item)
+{
+    if (companions.size() < mostCompanions && !companions.contains(item)) {
+        companions.append(item);
+    }
+}
+
 HeifCatalog::HeifCatalog(PagedReader &reader)
     : m_reader(&reader)
 {
@@ -60,7 +70,7 @@ void HeifCatalog::readReferences(const HeifBoxes::Boxes &meta)
             if (type == "thmb" || type == "auxl") {
                 for (const auto master : to) {
                     if (const auto entry = m_entries.find(master); entry != m_entries.end()) {
-                        (type == "thmb" ? entry->thumbnails : entry->auxiliaries).append(from);
+                        addOnce(type == "thmb" ? entry->thumbnails : entry->auxiliaries, from);
                     }
                 }
             } else if (const auto entry = m_entries.find(from); entry != m_entries.end()) {
@@ -97,7 +107,8 @@ void HeifCatalog::applyProperty(HeifItem &item, const BoxReader::Box &box) const
         const auto width = std::min(content.take(4), longestEdge);
         const auto height = std::min(content.take(4), longestEdge);
         item.size = {static_cast<int>(width), static_cast<int>(height)};
-    } else if (box.type == "hvcC" && box.content.length <= largestConfiguration) {
+    } else if (box.type == "hvcC" && item.configuration.isEmpty() &&
+               box.content.length <= largestConfiguration) {
         item.configuration = m_reader->bytes(box.content.offset, box.content.length);
     } else if (box.type == "colr") {
         applyColor(item, box);
@@ -139,7 +150,7 @@ void HeifCatalog::applyColor(HeifItem &item, const BoxReader::Box &box) const
             item.color = color;
         }
     } else if ((type == "prof" || type == "rICC") && box.content.length <= largestProfile) {
-        item.icc = m_reader->file().bytes(box.content.offset + 4, box.content.length - 4);
+        item.icc = {box.content.offset + 4, box.content.length - 4};
     }
 }
 
@@ -156,6 +167,11 @@ QList<quint32> HeifCatalog::auxiliaries(quint32 id) const
 bool HeifCatalog::isPremultiplied(quint32 id, quint32 alpha) const
 {
     return m_entries.value(id).premultipliedBy.contains(alpha);
+}
+
+QByteArray HeifCatalog::profile(ByteRange icc) const
+{
+    return m_reader->file().bytes(icc.offset, icc.length);
 }
 
 QByteArray HeifCatalog::data(const HeifItem &item, qint64 most) const

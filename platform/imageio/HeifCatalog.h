@@ -19,9 +19,9 @@ public:
     /// Nothing when there is no such item.
     [[nodiscard]] std::optional<HeifItem> item(quint32 id) const;
 
-    /// Small pictures of an item.
+    /// Small pictures of an item, each once, and not too many to look at.
     [[nodiscard]] QList<quint32> thumbnails(quint32 id) const;
-    /// Its transparency, gain map, depth.
+    /// Its transparency, gain map, depth, in the same way.
     [[nodiscard]] QList<quint32> auxiliaries(quint32 id) const;
     /// Whether the colours of the picture @p id are multiplied by the transparency @p alpha
     /// already.
@@ -29,6 +29,9 @@ public:
 
     /// The bytes of an item; empty when they are more than @p most.
     [[nodiscard]] QByteArray data(const HeifItem &item, qint64 most) const;
+
+    /// The bytes of a profile, a large one of which may be that of thousands of tiles.
+    [[nodiscard]] QByteArray profile(ByteRange icc) const;
 
 private:
     struct Entry {

@@ -6,6 +6,7 @@
 #include "platform/imageio/ColorProfile.h"
 #include "platform/imageio/HeifRenderer.h"
 #include "platform/imageio/JpegDecoder.h"
+#include "platform/imageio/JpegMarkers.h"
 #include "platform/imageio/ToneCurve.h"
 
 #include <algorithm>
@@ -55,15 +56,27 @@ void addTransparency(HeifRenderer::Picture &picture, HeifRenderer &renderer,
     }
 }
 
-QImage toSrgb(QImage image, const HeifRenderer::Picture &picture)
+QImage toSrgb(QImage image, const HeifCatalog &catalog, const HeifRenderer::Picture &picture)
 {
     const bool isHighRange = ToneCurve::table(picture.color.transfer) != nullptr;
-    return picture.icc.isEmpty() || isHighRange
+    return picture.icc.length <= 0 || isHighRange
                ? ColorProfile::toSrgb(std::move(image), picture.color)
-               : ColorProfile::toSrgb(std::move(image), picture.icc);
+               : ColorProfile::toSrgb(std::move(image), catalog.profile(picture.icc));
 }
 
-QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
+/// Which picture of the file is decoded. Main pictures are shown whatever size they turn out to
+/// have; thumbnails were chosen by theirs, and there is another one to show.
+enum class Role { Main, Thumbnail };
+
+/// Whether the stream of a JPEG item has the size that the item says.
+bool isOfSaidSize(const InputFile &file, const HeifItem &item)
+{
+    PagedReader reader(file);
+    const auto markers = JpegMarkers::read(reader, item.extents.first());
+    return markers && markers->width == item.size.width() && markers->height == item.size.height();
+}
+
+QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id, Role role,
                   std::optional<int> maxPixel)
 {
     const auto item = catalog.item(id);
@@ -81,13 +94,16 @@ QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
     const bool isPlainJpeg = item->type == "jpeg" && said.window.size() == item->size &&
                              item->extents.size() == 1 && catalog.auxiliaries(id).isEmpty();
     if (isPlainJpeg) {
+        if (role == Role::Thumbnail && !isOfSaidSize(file, *item)) {
+            return {};
+        }
         // It can be decoded at a fraction of its size.
         return JpegDecoder::decode(file, item->extents.first(), maxPixel, said.orientation,
                                    JpegDecoder::Preview::Ignored);
     }
     HeifRenderer renderer(file, catalog, memory);
     auto picture = renderer.render(id);
-    if (!picture) {
+    if (!picture || (role == Role::Thumbnail && picture->rows->size() != item->size)) {
         return {};
     }
     const auto placement = HeifPlacement::of(picture->rows->size(), picture->steps);
@@ -96,7 +112,7 @@ QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
         return {};
     }
     addTransparency(*picture, renderer, catalog, id);
-    return toSrgb(drawn(*picture->rows, placement, target), *picture);
+    return toSrgb(drawn(*picture->rows, placement, target), catalog, *picture);
 }
 
 /// Whether the pictures look the same at @p maxPixel. Their sizes may differ in more than a pixel
@@ -130,7 +146,7 @@ QImage decodeThumbnail(const InputFile &file, const HeifCatalog &catalog, int ma
             bestLength = length;
         }
     }
-    return best ? decodeItem(file, catalog, *best, maxPixel) : QImage();
+    return best ? decodeItem(file, catalog, *best, Role::Thumbnail, maxPixel) : QImage();
 }
 
 } // namespace
@@ -143,5 +159,6 @@ QImage HeifDecoder::decode(const InputFile &file, std::optional<int> maxPixel)
         return {};
     }
     const auto small = maxPixel ? decodeThumbnail(file, *catalog, *maxPixel) : QImage();
-    return small.isNull() ? decodeItem(file, *catalog, catalog->primary(), maxPixel) : small;
+    return small.isNull() ? decodeItem(file, *catalog, catalog->primary(), Role::Main, maxPixel)
+                          : small;
 }

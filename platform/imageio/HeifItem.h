@@ -34,7 +34,8 @@ struct HeifItem {
     QList<Step> steps = {};
     /// The decoder's configuration ("hvcC").
     QByteArray configuration = {};
-    QByteArray icc = {};
+    /// Where its profile is; empty without one.
+    ByteRange icc = {};
     std::optional<CodedColor> color = {};
     /// What an auxiliary picture is for, a name like a URL's.
     QByteArray purpose = {};

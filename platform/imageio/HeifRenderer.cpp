@@ -20,6 +20,10 @@ constexpr int mostStoreys = 4;
 /// 100 megapixels in tiles of 256 x 256.
 constexpr qsizetype mostTiles = 4096;
 constexpr qsizetype mostLayers = 16;
+/// Tiles of one colour are small, and may be one that is named often.
+constexpr qint64 mostRepeatedBytes = qint64{64} * 1024 * 1024;
+/// A picture and its transparency in tiles.
+constexpr int mostItems = 2 * mostTiles + 2 * mostStoreys;
 
 qint64 pixelCount(QSize size)
 {
@@ -107,6 +111,17 @@ void put(QImage &canvas, const QImage &part, QPoint corner)
     }
 }
 
+/// What the stream itself says; empty when it is no picture.
+QSize jpegSize(const InputFile &file, const HeifItem &item)
+{
+    PagedReader reader(file);
+    const auto markers =
+        item.extents.size() == 1 ? JpegMarkers::read(reader, item.extents.first()) : std::nullopt;
+    return markers && markers->isPicture
+               ? QSize(static_cast<int>(*markers->width), static_cast<int>(*markers->height))
+               : QSize();
+}
+
 } // namespace
 
 HeifRenderer::HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qint64 memory)
@@ -114,7 +129,8 @@ HeifRenderer::HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qi
     , m_catalog(catalog)
     , m_memory(memory)
     , m_pixelsLeft(2 * mostPixels)
-    , m_itemsLeft(mostTiles + mostLayers)
+    , m_bytesLeft(2 * file.size() + mostRepeatedBytes)
+    , m_itemsLeft(mostItems)
 {
 }
 
@@ -125,7 +141,8 @@ std::optional<HeifRenderer::Picture> HeifRenderer::render(quint32 id)
 
 std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(quint32 id, int depth)
 {
-    const auto item = depth < mostStoreys && m_itemsLeft-- > 0 ? m_catalog.item(id) : std::nullopt;
+    const bool mayLook = depth < mostStoreys && m_itemsLeft-- > 0;
+    const auto item = mayLook ? m_catalog.item(id) : std::nullopt;
     if (!item) {
         return std::nullopt;
     }
@@ -145,7 +162,7 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(quint32 id, int de
         return std::nullopt;
     }
     picture->steps += item->steps;
-    if (!item->icc.isEmpty()) {
+    if (item->icc.length > 0) {
         picture->icc = item->icc;
     }
     return picture;
@@ -162,10 +179,25 @@ bool HeifRenderer::spend(QSize size, qint64 count)
     return true;
 }
 
+bool HeifRenderer::spend(const QList<HeifItem> &coded)
+{
+    qint64 bytes = 0;
+    for (const auto &item : coded) {
+        for (const auto &extent : item.extents) {
+            bytes += extent.length;
+        }
+    }
+    if (bytes > m_bytesLeft) {
+        return false;
+    }
+    m_bytesLeft -= bytes;
+    return true;
+}
+
 std::optional<HeifRenderer::Picture> HeifRenderer::renderTiles(const HeifItem &item)
 {
     // The decoder holds itself to the memory; a picture much larger than said is damaged.
-    if (!spend(item.size)) {
+    if (!spend(item.size) || !spend(QList{item})) {
         return std::nullopt;
     }
     auto tiles = HeifTiles::open(m_file, {item}, {.tile = item.size}, item.color, m_memory);
@@ -178,19 +210,11 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderTiles(const HeifItem &i
 
 std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item)
 {
-    if (item.extents.size() != 1) {
-        return std::nullopt;
-    }
+    const auto size = jpegSize(m_file, item);
     // The decoder keeps the coefficients of a progressive picture, beside the rows.
     constexpr qint64 mostBytesPerPixel = 10;
-    PagedReader reader(m_file);
-    const auto markers = JpegMarkers::read(reader, item.extents.first());
-    if (!markers || !markers->isPicture) {
-        return std::nullopt;
-    }
-    const QSize size(static_cast<int>(*markers->width), static_cast<int>(*markers->height));
-    if (!spend(size) || pixelCount(size) > 2 * pixelCount(item.size) ||
-        pixelCount(size) * mostBytesPerPixel > m_memory) {
+    if (pixelCount(size) > 2 * pixelCount(item.size) ||
+        pixelCount(size) * mostBytesPerPixel > m_memory || !spend(size) || !spend(QList{item})) {
         return std::nullopt;
     }
     constexpr int asStored = 1;
@@ -232,8 +256,8 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderGrid(const HeifItem &it
         return std::nullopt;
     }
     if (plain) {
-        m_itemsLeft -= count;
-        if (m_itemsLeft < 0) {
+        m_itemsLeft -= static_cast<int>(count);
+        if (m_itemsLeft < 0 || !spend(tiles)) {
             return std::nullopt;
         }
         auto rows = HeifTiles::open(
@@ -302,6 +326,9 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderCanvas(const HeifItem &
             return std::nullopt;
         }
         const auto placement = HeifPlacement::of(picture->rows->size(), picture->steps);
+        if (!spend(placement.window.size())) {
+            return std::nullopt;
+        }
         put(canvas, drawn(*picture->rows, placement, placement.window.size()), part.corner);
         if (&part == &parts.first()) {
             result.icc = picture->icc;

@@ -15,8 +15,8 @@ public:
         std::unique_ptr<PictureRows> rows;
         /// To be applied to the rows, in this order.
         QList<HeifItem::Step> steps = {};
-        /// Of the rows, which are in sRGB where neither says anything.
-        QByteArray icc = {};
+        /// Where the profile of the rows is, which are in sRGB where this and the next say nothing.
+        ByteRange icc = {};
         CodedColor color = {};
     };
 
@@ -42,14 +42,17 @@ private:
                                         const QList<Part> &parts, int depth);
     QImage canvas(QSize size, QRgb color);
     bool spend(QSize size, qint64 count = 1);
+    bool spend(const QList<HeifItem> &coded);
 
     const InputFile &m_file;
     const HeifCatalog &m_catalog;
     qint64 m_memory;
-    /// Pixels that may still be decoded: a few bytes can name a large picture many times.
+    /// Pixels that may still be decoded or drawn: a few bytes can name a large picture many times.
     qint64 m_pixelsLeft;
-    /// Items that may still be decoded, for the same reason: one of a pixel costs as much as many.
-    qint64 m_itemsLeft;
+    /// Coded bytes that may still be decoded.
+    qint64 m_bytesLeft;
+    /// Items that may still be looked at.
+    int m_itemsLeft;
     /// Of the canvases that are in memory.
     qint64 m_canvasPixels = 0;
 };

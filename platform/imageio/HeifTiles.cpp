@@ -14,13 +14,14 @@ namespace {
 
 /// Decodes are queued on all cores already: this is for the one picture that somebody waits for.
 constexpr int mostThreads = 4;
+/// Codecs work in blocks of as many pixels.
+constexpr int largestBlock = 64;
 constexpr QRgb grey = qRgb(128, 128, 128);
 /// One coded tile; a whole picture of 100 megapixels has some 60 MiB.
 constexpr qint64 largestTile = 128 * 1024 * 1024;
-/// Tiles are filled up to whole blocks of this edge.
-constexpr int largestBlock = 64;
 
-std::optional<HevcPicture> decodeTile(const InputFile &file, const HeifItem &item, qint64 memory)
+std::optional<HevcPicture> decodeTile(const InputFile &file, const HeifItem &item, qint64 memory,
+                                      qint64 mostPixels)
 {
     qint64 length = 0;
     for (const auto &extent : item.extents) {
@@ -34,17 +35,20 @@ std::optional<HevcPicture> decodeTile(const InputFile &file, const HeifItem &ite
     for (const auto &extent : item.extents) {
         data += file.bytes(extent.offset, extent.length);
     }
-    return HevcPicture::decode(item.configuration, data, memory);
+    return HevcPicture::decode(item.configuration, data, memory, mostPixels);
 }
 
-/// The part of the decoded tile that counts: codecs fill up to whole blocks, and not every writer
-/// says so in the stream.
+/// The part of the decoded tile that counts: codecs fill up to whole blocks, and some cameras to a
+/// square. Not every writer says so in the stream.
 QSize trueSize(QSize said, QSize decoded)
 {
     const auto filling = decoded - said;
-    const bool isFilledUp = !said.isEmpty() && filling.width() >= 0 && filling.height() >= 0 &&
-                            filling.width() < largestBlock && filling.height() < largestBlock;
-    return isFilledUp ? said : decoded;
+    if (said.isEmpty() || filling.width() < 0 || filling.height() < 0) {
+        return decoded;
+    }
+    const bool isOfBlocks = filling.width() < largestBlock && filling.height() < largestBlock;
+    const auto pixels = [](QSize size) { return qint64{size.width()} * size.height(); };
+    return isOfBlocks || pixels(decoded) <= 2 * pixels(said) ? said : decoded;
 }
 
 } // namespace
@@ -75,6 +79,7 @@ bool HeifTiles::begin(const Layout &layout, std::optional<CodedColor> color)
     m_threads = static_cast<int>(std::clamp<qsizetype>(
         std::min<qsizetype>(QThread::idealThreadCount(), m_items.size()), 1, mostThreads));
     m_memory /= m_items.size() > 1 ? layout.columns + m_threads : 1;
+    m_mostPixels = mostPixels();
     auto tiles = takeTiles();
     const auto first = std::ranges::find_if(tiles, &Tile::has_value);
     if (first == tiles.end()) {
@@ -94,17 +99,27 @@ bool HeifTiles::begin(const Layout &layout, std::optional<CodedColor> color)
         !fills(rows, tile.height(), picture.height())) {
         return false;
     }
-    // Later tiles are of that size too: a damaged file would have larger ones decoded for nothing.
-    constexpr qint64 mostBytesPerPixel = 8;
-    m_memory = std::min(m_memory, mostBytesPerPixel * (tile.width() + largestBlock) *
-                                      (tile.height() + largestBlock));
     showTiles(std::move(tiles));
     return true;
 }
 
+/// Of one tile, whatever it is filled up to.
+qint64 HeifTiles::mostPixels() const
+{
+    // Where the file does not say, a tile is less than the picture without the last column or row.
+    const auto edge = [](int said, int whole, int count) {
+        return qint64{said > 0 ? said : whole / std::max(count - 1, 1) + 1};
+    };
+    const auto width = edge(m_layout.tile.width(), m_layout.picture.width(), m_layout.columns);
+    const auto height = edge(m_layout.tile.height(), m_layout.picture.height(), m_layout.rows);
+    // The decoder counts whole blocks, and lines as long as its arithmetic likes them.
+    constexpr int filling = 2 * largestBlock;
+    return std::max(2 * width * height, (width + filling) * (height + filling));
+}
+
 std::future<HeifTiles::Tile> HeifTiles::start(const HeifItem &item) const
 {
-    const auto work = [this, item, memory = m_memory] { return decodeTile(m_file, item, memory); };
+    const auto work = [this, item] { return decodeTile(m_file, item, m_memory, m_mostPixels); };
     if (m_threads > 1) {
         try {
             return std::async(std::launch::async, work);

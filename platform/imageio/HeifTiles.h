@@ -50,6 +50,7 @@ private:
     HeifTiles(const InputFile &file, QList<HeifItem> tiles, qint64 memory);
 
     bool begin(const Layout &layout, std::optional<CodedColor> color);
+    qint64 mostPixels() const;
     std::future<Tile> start(const HeifItem &item) const;
     Tile takeTile();
     std::vector<Tile> takeTiles();
@@ -61,6 +62,7 @@ private:
     CodedColor m_color;
     /// For one tile.
     qint64 m_memory;
+    qint64 m_mostPixels = 0;
     int m_threads = 1;
     qsizetype m_started = 0;
     std::deque<std::future<Tile>> m_running;

@@ -10,6 +10,7 @@
 #include "platform/imageio/RawDecoder.h"
 #include "platform/imageio/TiffDecoder.h"
 
+#include <new>
 #include <utility>
 
 ImageSource::ImageSource(InputFile file)
@@ -32,6 +33,15 @@ std::optional<PropertyDictionary> ImageSource::properties() const
 }
 
 QImage ImageSource::image(std::optional<int> maxPixel) const
+{
+    try {
+        return decode(maxPixel);
+    } catch (const std::bad_alloc &) {
+        return {}; // no picture is worth the program
+    }
+}
+
+QImage ImageSource::decode(std::optional<int> maxPixel) const
 {
     PagedReader reader(m_file);
     const auto kind = fileKind(reader);

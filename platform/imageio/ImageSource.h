@@ -33,5 +33,7 @@ public:
 private:
     explicit ImageSource(InputFile file);
 
+    [[nodiscard]] QImage decode(std::optional<int> maxPixel) const;
+
     InputFile m_file;
 };

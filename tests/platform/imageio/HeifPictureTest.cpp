@@ -170,6 +170,54 @@ private Q_SLOTS:
         QCOMPARE(decode(file(main, {item}), whole).size(), QSize(120, 60));
     }
 
+    void aThumbnailFilledUpToASquareIsCropped()
+    {
+        auto square = plain({320, 320}, red);
+        for (int row = 214; row < square.height(); ++row) {
+            std::fill_n(reinterpret_cast<QRgb *>(square.scanLine(row)), square.width(), green);
+        }
+        auto thumbnail = coded(2, square);
+        thumbnail.properties[0] = sizeProperty({320, 214});
+        thumbnail.references = {{"thmb", {main}}};
+        const auto file = HeifBytes::file(main, {coded(main, plain({640, 428}, blue)), thumbnail});
+
+        for (const int maxPixel : {256, 320}) {
+            const auto image = decode(file, maxPixel);
+            QCOMPARE(image.size(), QSize(maxPixel, qRound(maxPixel * 214 / 320.0)));
+            QVERIFY(isClose(image.pixel(20, 20), red));
+            QVERIFY(isClose(image.pixel(20, image.height() - 3), red));
+        }
+    }
+
+    void aThumbnailOfAnotherSizeThanItSaysIsNone_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("isJpeg");
+
+        QTest::newRow("smaller") << QSize(256, 256) << false;
+        QTest::newRow("far larger") << QSize(640, 640) << false;
+        QTest::newRow("a smaller JPEG stream") << QSize(256, 256) << true;
+        QTest::newRow("a larger JPEG stream") << QSize(321, 256) << true;
+    }
+
+    void aThumbnailOfAnotherSizeThanItSaysIsNone()
+    {
+        QFETCH(QSize, size);
+        QFETCH(bool, isJpeg);
+        const auto picture = plain(size, red);
+        auto thumbnail =
+            isJpeg ? Item{.id = 2, .type = "jpeg", .data = jpeg(picture)} : coded(2, picture);
+        thumbnail.properties.resize(isJpeg ? 1 : thumbnail.properties.size());
+        thumbnail.properties[0] = sizeProperty({320, 256});
+        thumbnail.references = {{"thmb", {main}}};
+
+        const auto image =
+            decode(file(main, {coded(main, plain({640, 512}, blue)), thumbnail}), 256);
+
+        QCOMPARE(image.size(), QSize(256, 205));
+        QVERIFY(isClose(image.pixel(20, 20), blue));
+    }
+
     void tilesStandInReadingDirection()
     {
         const auto items = tiled(2, {red, green, blue, white}, {64, 64}, {120, 110});
@@ -413,6 +461,19 @@ private Q_SLOTS:
         QCOMPARE(image.height(), maxPixel);
         QVERIFY(isClose(image.pixel(20, 20), used ? red : blue));
         QVERIFY(isClose(decode(file, whole).pixel(20, 20), blue));
+    }
+
+    void aThumbnailIsFoundBehindOneThatIsNamedOften()
+    {
+        auto tiny = coded(2, plain({64, 64}, green));
+        tiny.references = {{"thmb", QList<quint16>(20, main)}};
+        auto thumbnail = coded(3, plain({320, 256}, red));
+        thumbnail.references = {{"thmb", {main}}};
+
+        const auto image =
+            decode(file(main, {coded(main, plain({640, 512}, blue)), tiny, thumbnail}), 256);
+
+        QVERIFY(isClose(image.pixel(20, 20), red));
     }
 
     void aDamagedThumbnailIsNone()
