@@ -4,6 +4,7 @@
 #include "platform/imageio/ImageSource.h"
 #include "tests/support/BoxBytes.h"
 #include "tests/support/DngBytes.h"
+#include "tests/support/PeakMemory.h"
 #include "tests/support/PictureBytes.h"
 #include "tests/support/StandardError.h"
 
@@ -399,12 +400,14 @@ private:
 
     void verifySurvived(const QByteArray &bytes) const
     {
+        const PeakMemory memory;
         QElapsedTimer timer;
         timer.start();
         const auto image = decode(bytes, 16);
         QVERIFY(image.width() <= 16 && image.height() <= 16);
         (void)decode(bytes, whole);
         QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(memory.bytes() < qint64{1024} * 1024 * 1024);
     }
 
     QTemporaryDir m_directory;
