@@ -47,7 +47,7 @@ void addTransparency(HeifRenderer::Picture &picture, HeifRenderer &renderer,
         if (!item || !isAlpha(*item) || catalog.isPremultiplied(id, other)) {
             continue;
         }
-        auto alpha = renderer.render(other);
+        auto alpha = renderer.render(*item);
         if (alpha && alpha->rows->size() == picture.rows->size()) {
             picture.rows =
                 std::make_unique<TransparentRows>(std::move(picture.rows), std::move(alpha->rows));
@@ -56,12 +56,12 @@ void addTransparency(HeifRenderer::Picture &picture, HeifRenderer &renderer,
     }
 }
 
-QImage toSrgb(QImage image, const HeifCatalog &catalog, const HeifRenderer::Picture &picture)
+QImage toSrgb(QImage image, const HeifCatalog &catalog, ByteRange icc, const CodedColor &color)
 {
-    const bool isHighRange = ToneCurve::table(picture.color.transfer) != nullptr;
-    return picture.icc.length <= 0 || isHighRange
-               ? ColorProfile::toSrgb(std::move(image), picture.color)
-               : ColorProfile::toSrgb(std::move(image), catalog.profile(picture.icc));
+    const bool isHighRange = ToneCurve::table(color.transfer) != nullptr;
+    return icc.length <= 0 || isHighRange
+               ? ColorProfile::toSrgb(std::move(image), color)
+               : ColorProfile::toSrgb(std::move(image), catalog.profile(icc));
 }
 
 /// Which picture of the file is decoded. Main pictures are shown whatever size they turn out to
@@ -98,11 +98,14 @@ QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
             return {};
         }
         // It can be decoded at a fraction of its size.
-        return JpegDecoder::decode(file, item->extents.first(), maxPixel, said.orientation,
-                                   JpegDecoder::Preview::Ignored);
+        const bool replaces = item->describesColors();
+        auto image = JpegDecoder::decode(file, item->extents.first(), maxPixel, said.orientation,
+                                         JpegDecoder::Preview::Ignored, JpegDecoder::Untagged::Srgb,
+                                         replaces ? std::optional<QByteArray>("") : std::nullopt);
+        return toSrgb(std::move(image), catalog, item->icc, item->color.value_or(CodedColor()));
     }
     HeifRenderer renderer(file, catalog, memory);
-    auto picture = renderer.render(id);
+    auto picture = renderer.render(*item);
     if (!picture || (role == Role::Thumbnail && picture->rows->size() != item->size)) {
         return {};
     }
@@ -112,7 +115,7 @@ QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
         return {};
     }
     addTransparency(*picture, renderer, catalog, id);
-    return toSrgb(drawn(*picture->rows, placement, target), catalog, *picture);
+    return toSrgb(drawn(*picture->rows, placement, target), catalog, picture->icc, picture->color);
 }
 
 /// Whether the pictures look the same at @p maxPixel. Their sizes may differ in more than a pixel

@@ -168,7 +168,8 @@ bool JpegDecoder::standsFor(QSize preview, QSize picture, std::optional<int> max
 }
 
 QImage JpegDecoder::decode(const InputFile &file, ByteRange range, std::optional<int> maxPixel,
-                           std::optional<int> orientation, Preview preview, Untagged untagged)
+                           std::optional<int> orientation, Preview preview, Untagged untagged,
+                           const std::optional<QByteArray> &replacingProfile)
 {
     PagedReader reader(file);
     const auto markers = JpegMarkers::read(reader, range);
@@ -177,8 +178,10 @@ QImage JpegDecoder::decode(const InputFile &file, ByteRange range, std::optional
     }
     const auto exif = readExif(reader, markers->exif);
     const int code = orientation.value_or(exif.orientation);
-    auto profile = readProfile(file, markers->applicationData2);
-    if (profile.isEmpty() && (exif.isAdobeRgb || untagged == Untagged::AdobeRgb)) {
+    auto profile =
+        replacingProfile ? *replacingProfile : readProfile(file, markers->applicationData2);
+    if (!replacingProfile && profile.isEmpty() &&
+        (exif.isAdobeRgb || untagged == Untagged::AdobeRgb)) {
         profile = ColorProfile::adobeRgb();
     }
     if (preview == Preview::Allowed) {

@@ -319,6 +319,67 @@ private Q_SLOTS:
         compareQuarters(decode(file(main, items), whole), colours);
     }
 
+    void theProfileOfAJpegStreamIsReplacedByTheItems_data()
+    {
+        QTest::addColumn<QByteArray>("own");
+        QTest::addColumn<QByteArray>("said");
+        QTest::addColumn<QColorSpace>("space");
+
+        const QColorSpace adobe(QColorSpace::AdobeRgb);
+        const QColorSpace displayP3(QColorSpace::DisplayP3);
+        const auto saysAdobe = profileProperty(adobe.iccProfile());
+        const auto saysNothing = colorProperty(2, 2, 6, true);
+        QTest::newRow("none, Adobe RGB") << QByteArray() << saysAdobe << adobe;
+        QTest::newRow("Display P3, Adobe RGB") << displayP3.iccProfile() << saysAdobe << adobe;
+        QTest::newRow("Adobe RGB, Adobe RGB") << adobe.iccProfile() << saysAdobe << adobe;
+        QTest::newRow("none, Display P3 by numbers")
+            << QByteArray() << colorProperty(12, 13, 6, true) << displayP3;
+        QTest::newRow("Adobe RGB, Display P3 by numbers")
+            << adobe.iccProfile() << colorProperty(12, 13, 6, true) << displayP3;
+        QTest::newRow("Adobe RGB, numbers that say nothing")
+            << adobe.iccProfile() << saysNothing << adobe;
+    }
+
+    void theProfileOfAJpegStreamIsReplacedByTheItems()
+    {
+        QFETCH(QByteArray, own);
+        QFETCH(QByteArray, said);
+        QFETCH(QColorSpace, space);
+        const auto colour = qRgb(90, 180, 60);
+        auto stream = jpeg(plain({64, 64}, colour), 100);
+        if (!own.isEmpty()) {
+            stream =
+                PictureBytes::withSegment(stream, 0xe2, QByteArray("ICC_PROFILE\0\1\1", 14) + own);
+        }
+        const Item item{
+            .id = main, .type = "jpeg", .properties = {sizeProperty({64, 64})}, .data = stream};
+        auto plainItem = item;
+        plainItem.properties.append(said);
+        auto inner = item;
+        inner.id = 2;
+        auto describedInner = plainItem;
+        describedInner.id = 2;
+        const Item outer{.id = main,
+                         .type = "iden",
+                         .properties = {sizeProperty({64, 64})},
+                         .references = {{"dimg", {2}}}};
+        auto describedOuter = outer;
+        describedOuter.properties.append(said);
+        auto grid = describedOuter;
+        grid.type = "grid";
+        grid.data = gridData(1, 1, {64, 64});
+        auto expected = plain({1, 1}, colour);
+        expected.setColorSpace(space);
+        expected.convertToColorSpace(QColorSpace::SRgb);
+
+        for (const auto &items : {QList{plainItem}, QList{outer, describedInner},
+                                  QList{describedOuter, inner}, QList{grid, inner}}) {
+            const auto image = decode(file(main, items), whole);
+            QVERIFY2(isClose(image.pixel(30, 30), expected.pixel(0, 0), 4),
+                     qPrintable(QString::number(image.pixel(30, 30), 16)));
+        }
+    }
+
     void transparencyIsOverBlack_data()
     {
         QTest::addColumn<QByteArray>("purpose");
