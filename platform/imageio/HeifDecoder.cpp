@@ -76,37 +76,33 @@ bool isOfSaidSize(const InputFile &file, const HeifItem &item)
     return markers && markers->width == item.size.width() && markers->height == item.size.height();
 }
 
-QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id, Role role,
-                  std::optional<int> maxPixel)
+QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
+                  const HeifItem &item, Role role, std::optional<int> maxPixel)
 {
-    const auto item = catalog.item(id);
-    if (!item) {
-        return {};
-    }
-    const auto said = HeifPlacement::of(item->size, item->steps);
+    const auto said = HeifPlacement::of(item.size, item.steps);
     const auto bytesFor = [](QSize size) {
         return qint64{sizeof(QRgb)} * size.width() * size.height();
     };
     const auto memory = mostMemory - bytesFor(fitted(said, maxPixel));
-    if (item->size.isEmpty() || memory < leastWorkingMemory) {
+    if (item.size.isEmpty() || memory < leastWorkingMemory) {
         return {};
     }
-    const bool isPlainJpeg = item->type == "jpeg" && said.window.size() == item->size &&
-                             item->extents.size() == 1 && catalog.auxiliaries(id).isEmpty();
+    const bool isPlainJpeg = item.type == "jpeg" && said.window.size() == item.size &&
+                             item.extents.size() == 1 && catalog.auxiliaries(id).isEmpty();
     if (isPlainJpeg) {
-        if (role == Role::Thumbnail && !isOfSaidSize(file, *item)) {
+        if (role == Role::Thumbnail && !isOfSaidSize(file, item)) {
             return {};
         }
         // It can be decoded at a fraction of its size.
-        const bool replaces = item->describesColors();
-        auto image = JpegDecoder::decode(file, item->extents.first(), maxPixel, said.orientation,
+        const bool replaces = item.describesColors();
+        auto image = JpegDecoder::decode(file, item.extents.first(), maxPixel, said.orientation,
                                          JpegDecoder::Preview::Ignored, JpegDecoder::Untagged::Srgb,
                                          replaces ? std::optional<QByteArray>("") : std::nullopt);
-        return toSrgb(std::move(image), catalog, item->icc, item->color.value_or(CodedColor()));
+        return toSrgb(std::move(image), catalog, item.icc, item.color.value_or(CodedColor()));
     }
     HeifRenderer renderer(file, catalog, memory);
-    auto picture = renderer.render(*item);
-    if (!picture || (role == Role::Thumbnail && picture->rows->size() != item->size)) {
+    auto picture = renderer.render(item);
+    if (!picture || (role == Role::Thumbnail && picture->rows->size() != item.size)) {
         return {};
     }
     const auto placement = HeifPlacement::of(picture->rows->size(), picture->steps);
@@ -133,23 +129,39 @@ bool standsFor(const HeifItem &thumbnail, const HeifItem &main, int maxPixel)
            std::abs(difference.width()) <= 1 && std::abs(difference.height()) <= 1;
 }
 
+/// Thumbnails are often left without what the picture says of its colours. The streams of JPEG say
+/// it themselves.
+void inheritColors(HeifItem &thumbnail, const HeifItem &main)
+{
+    if (thumbnail.type == "jpeg" || thumbnail.describesColors()) {
+        return;
+    }
+    thumbnail.icc = main.icc;
+    if (!thumbnail.color) {
+        thumbnail.color = main.color;
+    } else if (main.color) {
+        thumbnail.color->primaries = main.color->primaries;
+        thumbnail.color->transfer = main.color->transfer;
+    }
+}
+
 QImage decodeThumbnail(const InputFile &file, const HeifCatalog &catalog, int maxPixel)
 {
     const auto main = catalog.item(catalog.primary());
     std::optional<quint32> best;
-    int bestLength = 0;
+    HeifItem bestItem;
     for (const auto id : catalog.thumbnails(catalog.primary())) {
-        const auto thumbnail = catalog.item(id);
+        auto thumbnail = catalog.item(id);
         if (!main || !thumbnail || !standsFor(*thumbnail, *main, maxPixel)) {
             continue;
         }
-        const int length = longestEdge(thumbnail->size);
-        if (!best || length < bestLength) {
+        inheritColors(*thumbnail, *main);
+        if (!best || longestEdge(thumbnail->size) < longestEdge(bestItem.size)) {
             best = id;
-            bestLength = length;
+            bestItem = *thumbnail;
         }
     }
-    return best ? decodeItem(file, catalog, *best, Role::Thumbnail, maxPixel) : QImage();
+    return best ? decodeItem(file, catalog, *best, bestItem, Role::Thumbnail, maxPixel) : QImage();
 }
 
 } // namespace
@@ -162,6 +174,10 @@ QImage HeifDecoder::decode(const InputFile &file, std::optional<int> maxPixel)
         return {};
     }
     const auto small = maxPixel ? decodeThumbnail(file, *catalog, *maxPixel) : QImage();
-    return small.isNull() ? decodeItem(file, *catalog, catalog->primary(), Role::Main, maxPixel)
-                          : small;
+    if (!small.isNull()) {
+        return small;
+    }
+    const auto id = catalog->primary();
+    const auto item = catalog->item(id);
+    return item ? decodeItem(file, *catalog, id, *item, Role::Main, maxPixel) : QImage();
 }

@@ -524,6 +524,43 @@ private Q_SLOTS:
         QVERIFY(isClose(decode(file, whole).pixel(20, 20), blue));
     }
 
+    void aThumbnailHasTheColoursOfThePicture_data()
+    {
+        QTest::addColumn<QList<QByteArray>>("mainSays");
+        QTest::addColumn<QList<QByteArray>>("thumbnailSays");
+        QTest::addColumn<QColorSpace>("space");
+
+        const QColorSpace adobe(QColorSpace::AdobeRgb);
+        const QColorSpace displayP3(QColorSpace::DisplayP3);
+        const QList profile = {profileProperty(adobe.iccProfile())};
+        const QList numbers = {colorProperty(12, 13, 6, true)};
+        const QList<QByteArray> nothing;
+        QTest::newRow("by a profile") << profile << nothing << adobe;
+        QTest::newRow("by numbers") << numbers << nothing << displayP3;
+        QTest::newRow("beside how it is coded")
+            << numbers << QList{colorProperty(2, 2, 6, true)} << displayP3;
+        QTest::newRow("but not where it says others") << profile << numbers << displayP3;
+    }
+
+    void aThumbnailHasTheColoursOfThePicture()
+    {
+        QFETCH(QList<QByteArray>, mainSays);
+        QFETCH(QList<QByteArray>, thumbnailSays);
+        QFETCH(QColorSpace, space);
+        const auto colour = qRgb(90, 180, 60);
+        auto thumbnail = coded(2, plain({320, 256}, colour), thumbnailSays);
+        thumbnail.references = {{"thmb", {main}}};
+
+        const auto image =
+            decode(file(main, {coded(main, plain({640, 512}, blue), mainSays), thumbnail}), 256);
+
+        auto expected = plain({1, 1}, colour);
+        expected.setColorSpace(space);
+        expected.convertToColorSpace(QColorSpace::SRgb);
+        QVERIFY2(isClose(image.pixel(30, 30), expected.pixel(0, 0), 4),
+                 qPrintable(QString::number(image.pixel(30, 30), 16)));
+    }
+
     void aThumbnailIsFoundBehindOneThatIsNamedOften()
     {
         auto tiny = coded(2, plain({64, 64}, green));
