@@ -38,22 +38,33 @@ bool isAlpha(const HeifItem &item)
            item.purpose == "urn:mpeg:mpegB:cicp:systems:auxiliary:alpha";
 }
 
+/// The transparency of the picture @p id, where that is still to be applied.
+std::optional<HeifItem> transparency(const HeifCatalog &catalog, quint32 id)
+{
+    for (const auto other : catalog.auxiliaries(id)) {
+        auto item = catalog.item(other);
+        // Colours that are multiplied by it are over black already.
+        if (item && isAlpha(*item) && !catalog.isPremultiplied(id, other)) {
+            return item;
+        }
+    }
+    return std::nullopt;
+}
+
 void addTransparency(HeifRenderer::Picture &picture, HeifRenderer &renderer,
                      const HeifCatalog &catalog, quint32 id)
 {
-    for (const auto other : catalog.auxiliaries(id)) {
-        const auto item = catalog.item(other);
-        // Colours that are multiplied by it are over black already.
-        if (!item || !isAlpha(*item) || catalog.isPremultiplied(id, other)) {
-            continue;
-        }
-        auto alpha = renderer.render(*item);
-        if (alpha && alpha->rows->size() == picture.rows->size()) {
-            picture.rows =
-                std::make_unique<TransparentRows>(std::move(picture.rows), std::move(alpha->rows));
-        }
+    const auto item = transparency(catalog, id);
+    auto alpha = item ? renderer.render(*item) : std::nullopt;
+    if (!alpha) {
         return;
     }
+    const auto size = picture.rows->size();
+    if (alpha->rows->size() != size) {
+        alpha->rows = std::make_unique<StretchedRows>(std::move(alpha->rows), size);
+    }
+    picture.rows =
+        std::make_unique<TransparentRows>(std::move(picture.rows), std::move(alpha->rows));
 }
 
 QImage toSrgb(QImage image, const HeifCatalog &catalog, ByteRange icc, const CodedColor &color)
@@ -148,12 +159,16 @@ void inheritColors(HeifItem &thumbnail, const HeifItem &main)
 QImage decodeThumbnail(const InputFile &file, const HeifCatalog &catalog, int maxPixel)
 {
     const auto main = catalog.item(catalog.primary());
+    const bool isTransparent = transparency(catalog, catalog.primary()).has_value();
     std::optional<quint32> best;
     HeifItem bestItem;
     for (const auto id : catalog.thumbnails(catalog.primary())) {
         auto thumbnail = catalog.item(id);
         if (!main || !thumbnail || !standsFor(*thumbnail, *main, maxPixel)) {
             continue;
+        }
+        if (isTransparent && !transparency(catalog, id)) {
+            continue; // it shows what the picture hides
         }
         inheritColors(*thumbnail, *main);
         if (!best || longestEdge(thumbnail->size) < longestEdge(bestItem.size)) {

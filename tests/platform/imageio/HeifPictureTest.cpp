@@ -414,6 +414,74 @@ private Q_SLOTS:
         QVERIFY(isClose(image.pixel(30, 30), shown));
     }
 
+    void transparencyOfAnotherSizeIsStretched_data()
+    {
+        QTest::addColumn<QSize>("size");
+
+        QTest::newRow("half as large") << QSize(64, 64);
+        QTest::newRow("twice as large") << QSize(256, 256);
+        QTest::newRow("of another shape") << QSize(192, 64);
+    }
+
+    void transparencyOfAnotherSizeIsStretched()
+    {
+        QFETCH(QSize, size);
+        // Only the white quarter lets something be seen.
+        auto mask = plain(size, qRgb(0, 0, 0));
+        for (int row = size.height() / 2; row < size.height(); ++row) {
+            for (int column = size.width() / 2; column < size.width(); ++column) {
+                mask.setPixel(column, row, white);
+            }
+        }
+        auto alpha = coded(2, mask, {purposeProperty("urn:mpeg:hevc:2015:auxid:1")}, "400");
+        alpha.references = {{"auxl", {main}}};
+        const auto black = qRgb(0, 0, 0);
+
+        const auto image = decode(file(main, {coded(main, plain({128, 128}, red)), alpha}), whole);
+
+        QCOMPARE(image.size(), QSize(128, 128));
+        compareQuarters(image, {black, black, black, red});
+        QVERIFY(isClose(image.pixel(124, 124), red));
+        QVERIFY(isClose(image.pixel(124, 4), black));
+    }
+
+    void anOpaqueThumbnailIsNotThatOfATransparentPicture_data()
+    {
+        QTest::addColumn<bool>("transparent");
+        QTest::addColumn<bool>("premultiplied");
+        QTest::addColumn<bool>("used");
+
+        QTest::newRow("opaque") << false << false << false;
+        QTest::newRow("transparent itself") << true << false << true;
+        QTest::newRow("multiplied already") << false << true << true;
+    }
+
+    void anOpaqueThumbnailIsNotThatOfATransparentPicture()
+    {
+        QFETCH(bool, transparent);
+        QFETCH(bool, premultiplied);
+        QFETCH(bool, used);
+        auto picture = coded(main, plain({640, 512}, blue));
+        if (premultiplied) {
+            picture.references = {{"prem", {3}}};
+        }
+        auto thumbnail = coded(2, plain({320, 256}, red));
+        thumbnail.references = {{"thmb", {main}}};
+        const auto purpose = purposeProperty("urn:mpeg:hevc:2015:auxid:1");
+        auto alpha = coded(3, plain({640, 512}, white), {purpose}, "400");
+        alpha.references = {{"auxl", {main}}};
+        auto smallAlpha = coded(4, plain({320, 256}, white), {purpose}, "400");
+        smallAlpha.references = {{"auxl", {2}}};
+        auto items = QList{picture, thumbnail, alpha};
+        if (transparent) {
+            items.append(smallAlpha);
+        }
+
+        const auto image = decode(file(main, items), 256);
+
+        QVERIFY(isClose(image.pixel(20, 20), used ? red : blue));
+    }
+
     void coloursBecomeSrgb_data()
     {
         QTest::addColumn<QByteArray>("property");
