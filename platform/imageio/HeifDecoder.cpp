@@ -38,30 +38,41 @@ bool isAlpha(const HeifItem &item)
            item.purpose == "urn:mpeg:mpegB:cicp:systems:auxiliary:alpha";
 }
 
+/// The transparency of the picture @p id, where that is still to be applied.
+std::optional<HeifItem> transparency(const HeifCatalog &catalog, quint32 id)
+{
+    for (const auto other : catalog.auxiliaries(id)) {
+        auto item = catalog.item(other);
+        // Colours that are multiplied by it are over black already.
+        if (item && isAlpha(*item) && !catalog.isPremultiplied(id, other)) {
+            return item;
+        }
+    }
+    return std::nullopt;
+}
+
 void addTransparency(HeifRenderer::Picture &picture, HeifRenderer &renderer,
                      const HeifCatalog &catalog, quint32 id)
 {
-    for (const auto other : catalog.auxiliaries(id)) {
-        const auto item = catalog.item(other);
-        // Colours that are multiplied by it are over black already.
-        if (!item || !isAlpha(*item) || catalog.isPremultiplied(id, other)) {
-            continue;
-        }
-        auto alpha = renderer.render(other);
-        if (alpha && alpha->rows->size() == picture.rows->size()) {
-            picture.rows =
-                std::make_unique<TransparentRows>(std::move(picture.rows), std::move(alpha->rows));
-        }
+    const auto item = transparency(catalog, id);
+    auto alpha = item ? renderer.render(*item) : std::nullopt;
+    if (!alpha) {
         return;
     }
+    const auto size = picture.rows->size();
+    if (alpha->rows->size() != size) {
+        alpha->rows = std::make_unique<StretchedRows>(std::move(alpha->rows), size);
+    }
+    picture.rows =
+        std::make_unique<TransparentRows>(std::move(picture.rows), std::move(alpha->rows));
 }
 
-QImage toSrgb(QImage image, const HeifCatalog &catalog, const HeifRenderer::Picture &picture)
+QImage toSrgb(QImage image, const HeifCatalog &catalog, ByteRange icc, const CodedColor &color)
 {
-    const bool isHighRange = ToneCurve::table(picture.color.transfer) != nullptr;
-    return picture.icc.length <= 0 || isHighRange
-               ? ColorProfile::toSrgb(std::move(image), picture.color)
-               : ColorProfile::toSrgb(std::move(image), catalog.profile(picture.icc));
+    const bool isHighRange = ToneCurve::table(color.transfer) != nullptr;
+    return icc.length <= 0 || isHighRange
+               ? ColorProfile::toSrgb(std::move(image), color)
+               : ColorProfile::toSrgb(std::move(image), catalog.profile(icc));
 }
 
 /// Which picture of the file is decoded. Main pictures are shown whatever size they turn out to
@@ -76,34 +87,33 @@ bool isOfSaidSize(const InputFile &file, const HeifItem &item)
     return markers && markers->width == item.size.width() && markers->height == item.size.height();
 }
 
-QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id, Role role,
-                  std::optional<int> maxPixel)
+QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
+                  const HeifItem &item, Role role, std::optional<int> maxPixel)
 {
-    const auto item = catalog.item(id);
-    if (!item) {
-        return {};
-    }
-    const auto said = HeifPlacement::of(item->size, item->steps);
+    const auto said = HeifPlacement::of(item.size, item.steps);
     const auto bytesFor = [](QSize size) {
         return qint64{sizeof(QRgb)} * size.width() * size.height();
     };
     const auto memory = mostMemory - bytesFor(fitted(said, maxPixel));
-    if (item->size.isEmpty() || memory < leastWorkingMemory) {
+    if (item.size.isEmpty() || memory < leastWorkingMemory) {
         return {};
     }
-    const bool isPlainJpeg = item->type == "jpeg" && said.window.size() == item->size &&
-                             item->extents.size() == 1 && catalog.auxiliaries(id).isEmpty();
+    const bool isPlainJpeg = item.type == "jpeg" && said.window.size() == item.size &&
+                             item.extents.size() == 1 && catalog.auxiliaries(id).isEmpty();
     if (isPlainJpeg) {
-        if (role == Role::Thumbnail && !isOfSaidSize(file, *item)) {
+        if (role == Role::Thumbnail && !isOfSaidSize(file, item)) {
             return {};
         }
         // It can be decoded at a fraction of its size.
-        return JpegDecoder::decode(file, item->extents.first(), maxPixel, said.orientation,
-                                   JpegDecoder::Preview::Ignored);
+        const bool replaces = item.describesColors();
+        auto image = JpegDecoder::decode(file, item.extents.first(), maxPixel, said.orientation,
+                                         JpegDecoder::Preview::Ignored, JpegDecoder::Untagged::Srgb,
+                                         replaces ? std::optional<QByteArray>("") : std::nullopt);
+        return toSrgb(std::move(image), catalog, item.icc, item.color.value_or(CodedColor()));
     }
     HeifRenderer renderer(file, catalog, memory);
-    auto picture = renderer.render(id);
-    if (!picture || (role == Role::Thumbnail && picture->rows->size() != item->size)) {
+    auto picture = renderer.render(item);
+    if (!picture || (role == Role::Thumbnail && picture->rows->size() != item.size)) {
         return {};
     }
     const auto placement = HeifPlacement::of(picture->rows->size(), picture->steps);
@@ -112,7 +122,7 @@ QImage decodeItem(const InputFile &file, const HeifCatalog &catalog, quint32 id,
         return {};
     }
     addTransparency(*picture, renderer, catalog, id);
-    return toSrgb(drawn(*picture->rows, placement, target), catalog, *picture);
+    return toSrgb(drawn(*picture->rows, placement, target), catalog, picture->icc, picture->color);
 }
 
 /// Whether the pictures look the same at @p maxPixel. Their sizes may differ in more than a pixel
@@ -130,23 +140,43 @@ bool standsFor(const HeifItem &thumbnail, const HeifItem &main, int maxPixel)
            std::abs(difference.width()) <= 1 && std::abs(difference.height()) <= 1;
 }
 
+/// Thumbnails are often left without what the picture says of its colours. The streams of JPEG say
+/// it themselves.
+void inheritColors(HeifItem &thumbnail, const HeifItem &main)
+{
+    if (thumbnail.type == "jpeg" || thumbnail.describesColors()) {
+        return;
+    }
+    thumbnail.icc = main.icc;
+    if (!thumbnail.color) {
+        thumbnail.color = main.color;
+    } else if (main.color) {
+        thumbnail.color->primaries = main.color->primaries;
+        thumbnail.color->transfer = main.color->transfer;
+    }
+}
+
 QImage decodeThumbnail(const InputFile &file, const HeifCatalog &catalog, int maxPixel)
 {
     const auto main = catalog.item(catalog.primary());
+    const bool isTransparent = transparency(catalog, catalog.primary()).has_value();
     std::optional<quint32> best;
-    int bestLength = 0;
+    HeifItem bestItem;
     for (const auto id : catalog.thumbnails(catalog.primary())) {
-        const auto thumbnail = catalog.item(id);
+        auto thumbnail = catalog.item(id);
         if (!main || !thumbnail || !standsFor(*thumbnail, *main, maxPixel)) {
             continue;
         }
-        const int length = longestEdge(thumbnail->size);
-        if (!best || length < bestLength) {
+        if (isTransparent && !transparency(catalog, id)) {
+            continue; // it shows what the picture hides
+        }
+        inheritColors(*thumbnail, *main);
+        if (!best || longestEdge(thumbnail->size) < longestEdge(bestItem.size)) {
             best = id;
-            bestLength = length;
+            bestItem = *thumbnail;
         }
     }
-    return best ? decodeItem(file, catalog, *best, Role::Thumbnail, maxPixel) : QImage();
+    return best ? decodeItem(file, catalog, *best, bestItem, Role::Thumbnail, maxPixel) : QImage();
 }
 
 } // namespace
@@ -159,6 +189,10 @@ QImage HeifDecoder::decode(const InputFile &file, std::optional<int> maxPixel)
         return {};
     }
     const auto small = maxPixel ? decodeThumbnail(file, *catalog, *maxPixel) : QImage();
-    return small.isNull() ? decodeItem(file, *catalog, catalog->primary(), Role::Main, maxPixel)
-                          : small;
+    if (!small.isNull()) {
+        return small;
+    }
+    const auto id = catalog->primary();
+    const auto item = catalog->item(id);
+    return item ? decodeItem(file, *catalog, id, *item, Role::Main, maxPixel) : QImage();
 }

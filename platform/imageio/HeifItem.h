@@ -43,4 +43,11 @@ struct HeifItem {
     QList<ByteRange> extents = {};
     /// What it is made of.
     QList<quint32> inputs = {};
+
+    /// Whether it says what its colours are, and not only how they are coded.
+    [[nodiscard]] bool describesColors() const
+    {
+        return icc.length > 0 || (color && (color->primaries != CodedColor::unspecified ||
+                                            color->transfer != CodedColor::unspecified));
+    }
 };

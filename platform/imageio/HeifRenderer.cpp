@@ -134,36 +134,42 @@ HeifRenderer::HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qi
 {
 }
 
-std::optional<HeifRenderer::Picture> HeifRenderer::render(quint32 id)
+std::optional<HeifRenderer::Picture> HeifRenderer::render(const HeifItem &item)
 {
-    return renderItem(id, 0);
+    return renderItem(item, {});
 }
 
-std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(quint32 id, int depth)
+std::optional<HeifRenderer::Picture> HeifRenderer::renderPart(quint32 id, Context context)
 {
-    const bool mayLook = depth < mostStoreys && m_itemsLeft-- > 0;
+    ++context.storeys;
+    const bool mayLook = context.storeys < mostStoreys && m_itemsLeft-- > 0;
     const auto item = mayLook ? m_catalog.item(id) : std::nullopt;
-    if (!item) {
-        return std::nullopt;
-    }
+    return item ? renderItem(*item, context) : std::nullopt;
+}
+
+std::optional<HeifRenderer::Picture> HeifRenderer::renderItem(const HeifItem &item, Context context)
+{
+    context.describesColors = context.describesColors || item.describesColors();
     std::optional<Picture> picture;
-    if (isCoded(*item)) {
-        picture = renderTiles(*item);
-    } else if (item->type == "jpeg") {
-        picture = renderJpeg(*item);
-    } else if (item->type == "iden") {
-        picture = renderIdentity(*item, depth);
-    } else if (item->type == "grid") {
-        picture = renderGrid(*item, depth);
-    } else if (item->type == "iovl") {
-        picture = renderOverlay(*item, depth);
+    if (isCoded(item)) {
+        picture = renderTiles(item);
+    } else if (item.type == "jpeg") {
+        picture = renderJpeg(item, context);
+    } else if (item.type == "iden") {
+        picture = renderIdentity(item, context);
+    } else if (item.type == "grid") {
+        picture = renderGrid(item, context);
+    } else if (item.type == "iovl") {
+        picture = renderOverlay(item, context);
     }
     if (!picture) {
         return std::nullopt;
     }
-    picture->steps += item->steps;
-    if (item->icc.length > 0) {
-        picture->icc = item->icc;
+    picture->steps += item.steps;
+    if (item.icc.length > 0) {
+        picture->icc = item.icc;
+    } else if (item.type == "iden" && item.describesColors() && picture->icc.length <= 0) {
+        picture->color = *item.color;
     }
     return picture;
 }
@@ -208,7 +214,7 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderTiles(const HeifItem &i
     return Picture{.rows = std::move(tiles), .color = color};
 }
 
-std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item)
+std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &item, Context context)
 {
     const auto size = jpegSize(m_file, item);
     // The decoder keeps the coefficients of a progressive picture, beside the rows.
@@ -218,20 +224,24 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderJpeg(const HeifItem &it
         return std::nullopt;
     }
     constexpr int asStored = 1;
-    auto image = JpegDecoder::decode(m_file, item.extents.first(), std::nullopt, asStored,
-                                     JpegDecoder::Preview::Ignored);
+    const auto profile = context.describesColors ? std::optional<QByteArray>("") : std::nullopt;
+    auto image =
+        JpegDecoder::decode(m_file, item.extents.first(), std::nullopt, asStored,
+                            JpegDecoder::Preview::Ignored, JpegDecoder::Untagged::Srgb, profile);
     if (image.isNull()) {
         return std::nullopt;
     }
-    return Picture{.rows = std::make_unique<ImageRows>(std::move(image))};
+    return Picture{.rows = std::make_unique<ImageRows>(std::move(image)),
+                   .color = item.color.value_or(CodedColor())};
 }
 
-std::optional<HeifRenderer::Picture> HeifRenderer::renderIdentity(const HeifItem &item, int depth)
+std::optional<HeifRenderer::Picture> HeifRenderer::renderIdentity(const HeifItem &item,
+                                                                  Context context)
 {
-    return item.inputs.isEmpty() ? std::nullopt : renderItem(item.inputs.first(), depth + 1);
+    return item.inputs.isEmpty() ? std::nullopt : renderPart(item.inputs.first(), context);
 }
 
-std::optional<HeifRenderer::Picture> HeifRenderer::renderGrid(const HeifItem &item, int depth)
+std::optional<HeifRenderer::Picture> HeifRenderer::renderGrid(const HeifItem &item, Context context)
 {
     constexpr qint64 longestContent = 12;
     const auto grid = readGrid(m_catalog.data(item, longestContent));
@@ -278,10 +288,11 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderGrid(const HeifItem &it
             {item.inputs.at(index),
              {index % grid->columns * shown.width(), index / grid->columns * shown.height()}});
     }
-    return renderCanvas(item, canvas(grid->size, qRgb(0, 0, 0)), parts, depth);
+    return renderCanvas(item, canvas(grid->size, qRgb(0, 0, 0)), parts, context);
 }
 
-std::optional<HeifRenderer::Picture> HeifRenderer::renderOverlay(const HeifItem &item, int depth)
+std::optional<HeifRenderer::Picture> HeifRenderer::renderOverlay(const HeifItem &item,
+                                                                 Context context)
 {
     constexpr qint64 longestContent = 64 * 1024;
     if (item.inputs.size() > mostLayers) {
@@ -295,7 +306,7 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderOverlay(const HeifItem 
     for (qsizetype layer = 0; layer < item.inputs.size(); ++layer) {
         parts.append({item.inputs.at(layer), overlay->corners.at(layer)});
     }
-    return renderCanvas(item, canvas(overlay->size, overlay->color), parts, depth);
+    return renderCanvas(item, canvas(overlay->size, overlay->color), parts, context);
 }
 
 QImage HeifRenderer::canvas(QSize size, QRgb color)
@@ -312,7 +323,8 @@ QImage HeifRenderer::canvas(QSize size, QRgb color)
 }
 
 std::optional<HeifRenderer::Picture> HeifRenderer::renderCanvas(const HeifItem &item, QImage canvas,
-                                                                const QList<Part> &parts, int depth)
+                                                                const QList<Part> &parts,
+                                                                Context context)
 {
     if (canvas.isNull()) {
         return std::nullopt;
@@ -321,7 +333,7 @@ std::optional<HeifRenderer::Picture> HeifRenderer::renderCanvas(const HeifItem &
     const auto canvasPixels = m_canvasPixels;
     for (const auto &part : parts) {
         m_canvasPixels = canvasPixels; // those of the part before are gone
-        auto picture = renderItem(part.id, depth + 1);
+        auto picture = renderPart(part.id, context);
         if (!picture || pixelCount(picture->rows->size()) * qint64{sizeof(QRgb)} > m_memory / 3) {
             return std::nullopt;
         }

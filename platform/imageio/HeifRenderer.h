@@ -24,7 +24,7 @@ public:
     HeifRenderer(const InputFile &file, const HeifCatalog &catalog, qint64 memory);
 
     /// Nothing when the item is of another type, is damaged, too large, or made of itself.
-    [[nodiscard]] std::optional<Picture> render(quint32 id);
+    [[nodiscard]] std::optional<Picture> render(const HeifItem &item);
 
 private:
     struct Part {
@@ -32,14 +32,22 @@ private:
         QPoint corner = {};
     };
 
-    std::optional<Picture> renderItem(quint32 id, int depth);
+    /// What an item is part of.
+    struct Context {
+        int storeys = 0;
+        /// Whether it is said there already what the colours are.
+        bool describesColors = false;
+    };
+
+    std::optional<Picture> renderPart(quint32 id, Context context);
+    std::optional<Picture> renderItem(const HeifItem &item, Context context);
     std::optional<Picture> renderTiles(const HeifItem &item);
-    std::optional<Picture> renderJpeg(const HeifItem &item);
-    std::optional<Picture> renderIdentity(const HeifItem &item, int depth);
-    std::optional<Picture> renderGrid(const HeifItem &item, int depth);
-    std::optional<Picture> renderOverlay(const HeifItem &item, int depth);
+    std::optional<Picture> renderJpeg(const HeifItem &item, Context context);
+    std::optional<Picture> renderIdentity(const HeifItem &item, Context context);
+    std::optional<Picture> renderGrid(const HeifItem &item, Context context);
+    std::optional<Picture> renderOverlay(const HeifItem &item, Context context);
     std::optional<Picture> renderCanvas(const HeifItem &item, QImage canvas,
-                                        const QList<Part> &parts, int depth);
+                                        const QList<Part> &parts, Context context);
     QImage canvas(QSize size, QRgb color);
     bool spend(QSize size, qint64 count = 1);
     bool spend(const QList<HeifItem> &coded);

@@ -180,7 +180,8 @@ bool JpegDecoder::standsFor(QSize preview, QSize picture, std::optional<int> max
 }
 
 QImage JpegDecoder::decode(const InputFile &file, ByteRange range, std::optional<int> maxPixel,
-                           std::optional<int> orientation, Preview preview, Untagged untagged)
+                           std::optional<int> orientation, Preview preview, Untagged untagged,
+                           const std::optional<QByteArray> &replacingProfile)
 {
     PagedReader reader(file);
     const auto markers = JpegMarkers::read(reader, range);
@@ -189,8 +190,8 @@ QImage JpegDecoder::decode(const InputFile &file, ByteRange range, std::optional
     }
     const auto exif = readExif(reader, markers->exif);
     const int code = orientation.value_or(exif.orientation);
-    auto profile = ownProfile(file, *markers, exif);
-    if (profile.isEmpty() && untagged == Untagged::AdobeRgb) {
+    auto profile = replacingProfile ? *replacingProfile : ownProfile(file, *markers, exif);
+    if (!replacingProfile && profile.isEmpty() && untagged == Untagged::AdobeRgb) {
         profile = ColorProfile::adobeRgb();
     }
     if (preview == Preview::Allowed) {

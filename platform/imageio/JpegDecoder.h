@@ -20,11 +20,13 @@ enum class Preview { Allowed, Ignored };
 enum class Untagged { Srgb, AdobeRgb };
 
 /// The picture of the stream that fills @p range, as ImageSource::image() promises it.
-/// @p orientation replaces the one that the stream's own EXIF block gives. Null for damaged
+/// @p orientation replaces the one that the stream's own EXIF block gives, @p replacingProfile what
+/// it says of its colours: with an empty one they stay as they are stored. Null for damaged
 /// streams, for more than 400 megapixels, and for more than fit into 1 GiB.
 [[nodiscard]] QImage decode(const InputFile &file, ByteRange range, std::optional<int> maxPixel,
                             std::optional<int> orientation = std::nullopt,
-                            Preview preview = Preview::Allowed, Untagged untagged = Untagged::Srgb);
+                            Preview preview = Preview::Allowed, Untagged untagged = Untagged::Srgb,
+                            const std::optional<QByteArray> &replacingProfile = std::nullopt);
 
 /// The smallest of the library's fast scales, in eighths, that still reaches @p target pixels when
 /// the longest edge has @p longest.

@@ -21,6 +21,34 @@ bool ImageRows::readRow(QRgb *pixels)
     return true;
 }
 
+StretchedRows::StretchedRows(std::unique_ptr<PictureRows> picture, QSize size)
+    : m_picture(std::move(picture))
+    , m_size(size)
+    , m_row(static_cast<size_t>(m_picture->size().width()))
+{
+}
+
+bool StretchedRows::readRow(QRgb *pixels)
+{
+    if (m_nextRow >= m_size.height()) {
+        return false;
+    }
+    const auto from = m_picture->size();
+    const auto row = qint64{m_nextRow} * from.height() / m_size.height();
+    while (m_rowsRead <= row) {
+        if (!m_picture->readRow(m_row.data())) {
+            return false;
+        }
+        ++m_rowsRead;
+    }
+    ++m_nextRow;
+    for (int column = 0; column < m_size.width(); ++column) {
+        const auto source = qint64{column} * from.width() / m_size.width();
+        pixels[column] = m_row.at(static_cast<size_t>(source));
+    }
+    return true;
+}
+
 TransparentRows::TransparentRows(std::unique_ptr<PictureRows> picture,
                                  std::unique_ptr<PictureRows> alpha)
     : m_picture(std::move(picture))

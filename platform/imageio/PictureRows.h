@@ -38,6 +38,22 @@ private:
     int m_row = 0;
 };
 
+/// A picture whose pixels are repeated or left out until it has another size.
+class StretchedRows : public PictureRows {
+public:
+    StretchedRows(std::unique_ptr<PictureRows> picture, QSize size);
+
+    [[nodiscard]] QSize size() const override { return m_size; }
+    [[nodiscard]] bool readRow(QRgb *pixels) override;
+
+private:
+    std::unique_ptr<PictureRows> m_picture;
+    QSize m_size;
+    std::vector<QRgb> m_row;
+    int m_rowsRead = 0;
+    int m_nextRow = 0;
+};
+
 /// A picture over black, as transparent as another of the same size is dark.
 class TransparentRows : public PictureRows {
 public:

@@ -6,6 +6,8 @@
 #include "tests/support/BoxBytes.h"
 #include "tests/support/HevcEncoder.h"
 
+#include <cstdlib>
+
 using BoxBytes::sizeProperty;
 using HeifBytes::Item;
 
@@ -19,6 +21,13 @@ QImage HeifPictures::plain(QSize size, QRgb colour)
     QImage image(size, QImage::Format_RGB32);
     image.fill(colour);
     return image;
+}
+
+bool HeifPictures::isClose(QRgb one, QRgb other, int tolerance)
+{
+    return std::abs(qRed(one) - qRed(other)) <= tolerance &&
+           std::abs(qGreen(one) - qGreen(other)) <= tolerance &&
+           std::abs(qBlue(one) - qBlue(other)) <= tolerance;
 }
 
 Item HeifPictures::coded(quint16 id, const QImage &image, const QList<QByteArray> &properties,

@@ -24,6 +24,8 @@ constexpr quint16 main = 1;
 
 [[nodiscard]] QImage plain(QSize size, QRgb colour);
 
+[[nodiscard]] bool isClose(QRgb one, QRgb other, int tolerance = 6);
+
 /// An item with @p image, its size, the decoder's configuration, and @p properties. For @p chroma
 /// and @p bits see HevcEncoder.
 [[nodiscard]] HeifBytes::Item coded(quint16 id, const QImage &image,

@@ -10,8 +10,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <cmath>
-
 using namespace HeifBytes;
 using namespace HeifPictures;
 using BoxBytes::mirrorProperty;
@@ -25,12 +23,6 @@ using PictureBytes::shorts;
 namespace {
 
 constexpr auto whole = std::nullopt;
-bool isClose(QRgb one, QRgb other, int tolerance = 6)
-{
-    return std::abs(qRed(one) - qRed(other)) <= tolerance &&
-           std::abs(qGreen(one) - qGreen(other)) <= tolerance &&
-           std::abs(qBlue(one) - qBlue(other)) <= tolerance;
-}
 
 /// The colours in the middle of the four quarters, in reading direction.
 QList<QRgb> quarters(const QImage &image)
@@ -170,54 +162,6 @@ private Q_SLOTS:
         QCOMPARE(decode(file(main, {item}), whole).size(), QSize(120, 60));
     }
 
-    void aThumbnailFilledUpToASquareIsCropped()
-    {
-        auto square = plain({320, 320}, red);
-        for (int row = 214; row < square.height(); ++row) {
-            std::fill_n(reinterpret_cast<QRgb *>(square.scanLine(row)), square.width(), green);
-        }
-        auto thumbnail = coded(2, square);
-        thumbnail.properties[0] = sizeProperty({320, 214});
-        thumbnail.references = {{"thmb", {main}}};
-        const auto file = HeifBytes::file(main, {coded(main, plain({640, 428}, blue)), thumbnail});
-
-        for (const int maxPixel : {256, 320}) {
-            const auto image = decode(file, maxPixel);
-            QCOMPARE(image.size(), QSize(maxPixel, qRound(maxPixel * 214 / 320.0)));
-            QVERIFY(isClose(image.pixel(20, 20), red));
-            QVERIFY(isClose(image.pixel(20, image.height() - 3), red));
-        }
-    }
-
-    void aThumbnailOfAnotherSizeThanItSaysIsNone_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<bool>("isJpeg");
-
-        QTest::newRow("smaller") << QSize(256, 256) << false;
-        QTest::newRow("far larger") << QSize(640, 640) << false;
-        QTest::newRow("a smaller JPEG stream") << QSize(256, 256) << true;
-        QTest::newRow("a larger JPEG stream") << QSize(321, 256) << true;
-    }
-
-    void aThumbnailOfAnotherSizeThanItSaysIsNone()
-    {
-        QFETCH(QSize, size);
-        QFETCH(bool, isJpeg);
-        const auto picture = plain(size, red);
-        auto thumbnail =
-            isJpeg ? Item{.id = 2, .type = "jpeg", .data = jpeg(picture)} : coded(2, picture);
-        thumbnail.properties.resize(isJpeg ? 1 : thumbnail.properties.size());
-        thumbnail.properties[0] = sizeProperty({320, 256});
-        thumbnail.references = {{"thmb", {main}}};
-
-        const auto image =
-            decode(file(main, {coded(main, plain({640, 512}, blue)), thumbnail}), 256);
-
-        QCOMPARE(image.size(), QSize(256, 205));
-        QVERIFY(isClose(image.pixel(20, 20), blue));
-    }
-
     void tilesStandInReadingDirection()
     {
         const auto items = tiled(2, {red, green, blue, white}, {64, 64}, {120, 110});
@@ -319,6 +263,67 @@ private Q_SLOTS:
         compareQuarters(decode(file(main, items), whole), colours);
     }
 
+    void theProfileOfAJpegStreamIsReplacedByTheItems_data()
+    {
+        QTest::addColumn<QByteArray>("own");
+        QTest::addColumn<QByteArray>("said");
+        QTest::addColumn<QColorSpace>("space");
+
+        const QColorSpace adobe(QColorSpace::AdobeRgb);
+        const QColorSpace displayP3(QColorSpace::DisplayP3);
+        const auto saysAdobe = profileProperty(adobe.iccProfile());
+        const auto saysNothing = colorProperty(2, 2, 6, true);
+        QTest::newRow("none, Adobe RGB") << QByteArray() << saysAdobe << adobe;
+        QTest::newRow("Display P3, Adobe RGB") << displayP3.iccProfile() << saysAdobe << adobe;
+        QTest::newRow("Adobe RGB, Adobe RGB") << adobe.iccProfile() << saysAdobe << adobe;
+        QTest::newRow("none, Display P3 by numbers")
+            << QByteArray() << colorProperty(12, 13, 6, true) << displayP3;
+        QTest::newRow("Adobe RGB, Display P3 by numbers")
+            << adobe.iccProfile() << colorProperty(12, 13, 6, true) << displayP3;
+        QTest::newRow("Adobe RGB, numbers that say nothing")
+            << adobe.iccProfile() << saysNothing << adobe;
+    }
+
+    void theProfileOfAJpegStreamIsReplacedByTheItems()
+    {
+        QFETCH(QByteArray, own);
+        QFETCH(QByteArray, said);
+        QFETCH(QColorSpace, space);
+        const auto colour = qRgb(90, 180, 60);
+        auto stream = jpeg(plain({64, 64}, colour), 100);
+        if (!own.isEmpty()) {
+            stream =
+                PictureBytes::withSegment(stream, 0xe2, QByteArray("ICC_PROFILE\0\1\1", 14) + own);
+        }
+        const Item item{
+            .id = main, .type = "jpeg", .properties = {sizeProperty({64, 64})}, .data = stream};
+        auto plainItem = item;
+        plainItem.properties.append(said);
+        auto inner = item;
+        inner.id = 2;
+        auto describedInner = plainItem;
+        describedInner.id = 2;
+        const Item outer{.id = main,
+                         .type = "iden",
+                         .properties = {sizeProperty({64, 64})},
+                         .references = {{"dimg", {2}}}};
+        auto describedOuter = outer;
+        describedOuter.properties.append(said);
+        auto grid = describedOuter;
+        grid.type = "grid";
+        grid.data = gridData(1, 1, {64, 64});
+        auto expected = plain({1, 1}, colour);
+        expected.setColorSpace(space);
+        expected.convertToColorSpace(QColorSpace::SRgb);
+
+        for (const auto &items : {QList{plainItem}, QList{outer, describedInner},
+                                  QList{describedOuter, inner}, QList{grid, inner}}) {
+            const auto image = decode(file(main, items), whole);
+            QVERIFY2(isClose(image.pixel(30, 30), expected.pixel(0, 0), 4),
+                     qPrintable(QString::number(image.pixel(30, 30), 16)));
+        }
+    }
+
     void transparencyIsOverBlack_data()
     {
         QTest::addColumn<QByteArray>("purpose");
@@ -351,6 +356,37 @@ private Q_SLOTS:
 
         QFETCH(QRgb, shown);
         QVERIFY(isClose(image.pixel(30, 30), shown));
+    }
+
+    void transparencyOfAnotherSizeIsStretched_data()
+    {
+        QTest::addColumn<QSize>("size");
+
+        QTest::newRow("half as large") << QSize(64, 64);
+        QTest::newRow("twice as large") << QSize(256, 256);
+        QTest::newRow("of another shape") << QSize(192, 64);
+    }
+
+    void transparencyOfAnotherSizeIsStretched()
+    {
+        QFETCH(QSize, size);
+        // Only the white quarter lets something be seen.
+        auto mask = plain(size, qRgb(0, 0, 0));
+        for (int row = size.height() / 2; row < size.height(); ++row) {
+            for (int column = size.width() / 2; column < size.width(); ++column) {
+                mask.setPixel(column, row, white);
+            }
+        }
+        auto alpha = coded(2, mask, {purposeProperty("urn:mpeg:hevc:2015:auxid:1")}, "400");
+        alpha.references = {{"auxl", {main}}};
+        const auto black = qRgb(0, 0, 0);
+
+        const auto image = decode(file(main, {coded(main, plain({128, 128}, red)), alpha}), whole);
+
+        QCOMPARE(image.size(), QSize(128, 128));
+        compareQuarters(image, {black, black, black, red});
+        QVERIFY(isClose(image.pixel(124, 124), red));
+        QVERIFY(isClose(image.pixel(124, 4), black));
     }
 
     void coloursBecomeSrgb_data()
@@ -420,72 +456,6 @@ private Q_SLOTS:
                                   whole);
 
         QVERIFY(isClose(image.pixel(30, 30), qRgb(231, 231, 231), 2));
-    }
-
-    void aThumbnailStandsForASmallPicture_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<QSize>("mainSize");
-        QTest::addColumn<QList<QByteArray>>("steps");
-        QTest::addColumn<int>("maxPixel");
-        QTest::addColumn<bool>("used");
-
-        const QList<QByteArray> turned = {turnProperty(1)};
-        const QSize large(640, 512);
-        QTest::newRow("of the same shape") << QSize(320, 256) << large << turned << 256 << true;
-        QTest::newRow("of whole blocks") << large << QSize(1280, 1020) << turned << 256 << true;
-        QTest::newRow("too small") << QSize(160, 128) << large << turned << 256 << false;
-        QTest::newRow("small, though enough") << QSize(160, 128) << large << turned << 100 << false;
-        QTest::newRow("for a screen") << QSize(320, 256) << large << turned << 321 << false;
-        QTest::newRow("of another shape") << QSize(320, 240) << large << turned << 256 << false;
-        QTest::newRow("not turned")
-            << QSize(320, 256) << large << QList<QByteArray>{} << 256 << false;
-        QTest::newRow("turned the other way")
-            << QSize(320, 256) << large << QList{turnProperty(3)} << 256 << false;
-    }
-
-    void aThumbnailStandsForASmallPicture()
-    {
-        QFETCH(QSize, size);
-        QFETCH(QSize, mainSize);
-        QFETCH(QList<QByteArray>, steps);
-        QFETCH(int, maxPixel);
-        QFETCH(bool, used);
-        auto thumbnail = coded(2, plain(size, red), steps);
-        thumbnail.references = {{"thmb", {main}}};
-        const auto file = HeifBytes::file(
-            main, {coded(main, plain(mainSize, blue), {turnProperty(1)}), thumbnail});
-
-        const auto image = decode(file, maxPixel);
-
-        QCOMPARE(image.height(), maxPixel);
-        QVERIFY(isClose(image.pixel(20, 20), used ? red : blue));
-        QVERIFY(isClose(decode(file, whole).pixel(20, 20), blue));
-    }
-
-    void aThumbnailIsFoundBehindOneThatIsNamedOften()
-    {
-        auto tiny = coded(2, plain({64, 64}, green));
-        tiny.references = {{"thmb", QList<quint16>(20, main)}};
-        auto thumbnail = coded(3, plain({320, 256}, red));
-        thumbnail.references = {{"thmb", {main}}};
-
-        const auto image =
-            decode(file(main, {coded(main, plain({640, 512}, blue)), tiny, thumbnail}), 256);
-
-        QVERIFY(isClose(image.pixel(20, 20), red));
-    }
-
-    void aDamagedThumbnailIsNone()
-    {
-        auto thumbnail = coded(2, plain({320, 256}, red));
-        thumbnail.references = {{"thmb", {main}}};
-        thumbnail.data.clear();
-
-        const auto image =
-            decode(file(main, {coded(main, plain({640, 512}, blue)), thumbnail}), 256);
-
-        QVERIFY(isClose(image.pixel(20, 20), blue));
     }
 
 private:
