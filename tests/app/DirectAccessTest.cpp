@@ -6,7 +6,7 @@
 #include "app/DirectBookmark.h"
 #include "platform/files/PosixFileManager.h"
 #include "platform/settings/UserDefaults.h"
-#include "tests/support/ForwardingFiles.h"
+#include "tests/app/SlowFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -92,15 +92,6 @@ private Q_SLOTS:
 
     void aGrantGivenWhileTheOldOneIsJudgedStays()
     {
-        class SlowFiles final : public ForwardingFiles {
-        public:
-            bool isListable(const Path &) const override
-            {
-                meanwhile();
-                return false;
-            }
-            std::function<void()> meanwhile;
-        };
         const auto newer = m_card / "newer";
         fs::create_directory(newer);
         const auto files = std::make_shared<SlowFiles>();

@@ -4,7 +4,7 @@
 #include "app/PortalAccess.h"
 #include "platform/files/PosixFileManager.h"
 #include "platform/settings/UserDefaults.h"
-#include "tests/support/ForwardingFiles.h"
+#include "tests/app/SlowFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -110,15 +110,6 @@ private Q_SLOTS:
     void aGrantGivenWhileTheOldOneIsJudgedStays()
     {
         const auto newer = m_documents / "5e6f/CARD";
-        class SlowFiles final : public ForwardingFiles {
-        public:
-            bool isListable(const Path &) const override
-            {
-                meanwhile();
-                return false;
-            }
-            std::function<void()> meanwhile;
-        };
         const auto files = std::make_shared<SlowFiles>();
         files->meanwhile = [&] { m_access->saveBookmark(newer, u"UUID"_s); };
         m_access->saveBookmark(m_seen, u"UUID"_s);

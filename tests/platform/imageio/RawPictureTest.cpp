@@ -7,6 +7,7 @@
 #include "tests/support/PeakMemory.h"
 #include "tests/support/PictureBytes.h"
 #include "tests/support/StandardError.h"
+#include "tests/support/StoredQuarters.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -75,16 +76,6 @@ std::array<QRgb, 4> shownQuarters(const QImage &image)
             image.pixel(3 * x, 3 * y)};
 }
 
-/// As in EXIF: the stored quarters, named by where the upright picture's corners lie.
-constexpr std::array<std::array<size_t, 4>, 8> storedAt = {{{0, 1, 2, 3},
-                                                            {1, 0, 3, 2},
-                                                            {3, 2, 1, 0},
-                                                            {2, 3, 0, 1},
-                                                            {0, 2, 1, 3},
-                                                            {2, 0, 3, 1},
-                                                            {3, 1, 2, 0},
-                                                            {1, 3, 0, 2}}};
-
 } // namespace
 
 Q_DECLARE_METATYPE(DngBytes::Pattern)
@@ -129,8 +120,8 @@ private Q_SLOTS:
         QCOMPARE(image.height() > image.width(), code >= 5);
         const auto shown = shownQuarters(image);
         for (size_t corner = 0; corner < 4; ++corner) {
-            QVERIFY(
-                isClose(shown.at(corner), colours.at(storedAt.at(size_t(code - 1)).at(corner)), 3));
+            QVERIFY(isClose(shown.at(corner),
+                            colours.at(storedQuarters.at(size_t(code - 1)).at(corner)), 3));
         }
     }
 
@@ -237,7 +228,7 @@ private Q_SLOTS:
         QCOMPARE(image.height() > image.width(), code >= 5);
         const auto shown = shownQuarters(image);
         for (size_t corner = 0; corner < 4; ++corner) {
-            const auto stored = storedAt.at(size_t(code - 1)).at(corner);
+            const auto stored = storedQuarters.at(size_t(code - 1)).at(corner);
             QVERIFY(isClose(shown.at(corner), colours.at(stored), 6));
         }
     }

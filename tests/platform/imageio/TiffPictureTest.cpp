@@ -3,6 +3,7 @@
 
 #include "platform/imageio/ImageSource.h"
 #include "tests/support/PictureBytes.h"
+#include "tests/support/StoredQuarters.h"
 #include "tests/support/TiffBytes.h"
 
 #include <QColorSpace>
@@ -304,15 +305,6 @@ private Q_SLOTS:
     {
         QFETCH(quint16, code);
         QFETCH(QSize, tile);
-        // As in EXIF: the stored quarters, named by where the upright picture's corners lie.
-        const std::array<std::array<size_t, 4>, 8> storedAt = {{{0, 1, 2, 3},
-                                                                {1, 0, 3, 2},
-                                                                {3, 2, 1, 0},
-                                                                {2, 3, 0, 1},
-                                                                {0, 2, 1, 3},
-                                                                {2, 0, 3, 1},
-                                                                {3, 1, 2, 0},
-                                                                {1, 3, 0, 2}}};
         const Layout layout = {.tile = tile, .orientation = code};
         QVERIFY(write(layout));
 
@@ -322,7 +314,7 @@ private Q_SLOTS:
             const auto shown = quarters(image);
             for (size_t corner = 0; corner < 4; ++corner) {
                 QCOMPARE(shown.at(corner),
-                         shownColor(layout, storedAt.at(size_t(code - 1)).at(corner)));
+                         shownColor(layout, storedQuarters.at(size_t(code - 1)).at(corner)));
             }
         }
     }
