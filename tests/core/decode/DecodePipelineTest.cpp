@@ -161,6 +161,27 @@ private Q_SLOTS:
         QVERIFY(!m_pipeline->cachedScreenImage(items.at(30)).isNull());
     }
 
+    void twoThousandThumbnailsAreKept()
+    {
+        std::atomic_int decodes = 0;
+        DecodePipeline pipeline({.picture =
+                                     [&](const fs::path &, std::optional<int>) {
+                                         ++decodes;
+                                         return QImage(1, 1, QImage::Format_RGB32);
+                                     },
+                                 .videoFrame = [](const fs::path &) { return QImage(); }});
+        const auto items = photos(2001);
+        for (const auto &item : items) {
+            (void)QCoro::waitFor(pipeline.thumbnail(item));
+        }
+        QCOMPARE(decodes.load(), 2001);
+
+        (void)QCoro::waitFor(pipeline.thumbnail(items.at(1)));
+        QCOMPARE(decodes.load(), 2001);
+        (void)QCoro::waitFor(pipeline.thumbnail(items.at(0)));
+        QCOMPARE(decodes.load(), 2002);
+    }
+
     void twoRequestsAtOnceDecodeTwiceAndLeaveOneEntry()
     {
         m_decoders->isGated = true;
