@@ -107,13 +107,13 @@ QImage decodeRows(JpegStream &stream, QSize target, int orientation)
     if (!picture.isValid()) {
         return {};
     }
-    std::vector<QRgb> row(static_cast<size_t>(decoded->width()));
     if (*decoded == target) {
-        while (stream.readRow(row.data())) {
-            picture.addRow(row.data());
+        while (stream.readRow(picture.nextRow())) {
+            picture.rowWritten();
         }
         return picture.take();
     }
+    std::vector<QRgb> row(static_cast<size_t>(decoded->width()));
     Resampler resampler(*decoded, target, picture);
     while (stream.readRow(row.data())) {
         resampler.addRow(row.data());

@@ -64,6 +64,11 @@ int Orientation::flippedVertically(int code)
     return rotated(flippedHorizontally(code), 2);
 }
 
+bool Orientation::isUpright(int code)
+{
+    return turnOf(code) == turnOf(1);
+}
+
 bool Orientation::swapsEdges(int code)
 {
     return (turnOf(code).quarters & 1) != 0;

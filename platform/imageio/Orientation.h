@@ -16,6 +16,9 @@ namespace Orientation {
 /// The code for what @p code does, then top and bottom exchanged.
 [[nodiscard]] int flippedVertically(int code);
 
+/// Whether a picture of this code stands upright as it is stored.
+[[nodiscard]] bool isUpright(int code);
+
 /// Whether width and height change places.
 [[nodiscard]] bool swapsEdges(int code);
 

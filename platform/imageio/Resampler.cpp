@@ -5,13 +5,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <numbers>
 
 namespace {
 
 constexpr double lobes = 3;
+constexpr size_t channels = 4;
 
+/// sin(3a) is a polynomial of sin(a), so that one sine does for both factors.
 double lanczos(double x)
 {
     if (x == 0) {
@@ -20,97 +21,91 @@ double lanczos(double x)
     if (std::abs(x) >= lobes) {
         return 0;
     }
-    const double angle = std::numbers::pi * x;
-    return lobes * std::sin(angle) * std::sin(angle / lobes) / (angle * angle);
+    const double angle = std::numbers::pi * x / lobes;
+    const double sine = std::sin(angle);
+    return sine * (3 - 4 * sine * sine) * sine / (lobes * angle * angle);
 }
 
-} // namespace
-
-std::vector<Resampler::Taps> Resampler::taps(int source, int target)
+/// The source pixels or rows that make each target one, and what each counts.
+RowFilters::Columns taps(int source, int target)
 {
     const double scale = static_cast<double>(source) / target; // at least 1
-    std::vector<Taps> result(static_cast<size_t>(target));
+    const double reach = lobes * scale;
+    RowFilters::Columns result;
+    // Two reaches never hold more, and the wide steps want an even number.
+    result.taps =
+        static_cast<size_t>(std::min(source, static_cast<int>(2 * reach) + 1) + 1) & ~size_t{1};
+    result.first.resize(static_cast<size_t>(target));
+    result.weights.resize(static_cast<size_t>(target) * result.taps);
+    std::vector<double> weights;
     for (int index = 0; index < target; ++index) {
         const double centre = (index + 0.5) * scale - 0.5;
-        const int first = std::max(0, static_cast<int>(std::ceil(centre - lobes * scale)));
-        const int last = std::min(source - 1, static_cast<int>(std::floor(centre + lobes * scale)));
-        std::vector<double> weights;
+        const int first = std::max(0, static_cast<int>(std::ceil(centre - reach)));
+        const int last = std::min(source - 1, static_cast<int>(std::floor(centre + reach)));
+        weights.clear();
         double sum = 0;
         for (int at = first; at <= last; ++at) {
             weights.push_back(lanczos((at - centre) / scale));
             sum += weights.back();
         }
-        auto &place = result[static_cast<size_t>(index)];
-        place.first = first;
+        result.first[static_cast<size_t>(index)] = first;
+        auto place = result.weights.begin() + static_cast<std::ptrdiff_t>(result.taps) * index;
         for (const auto weight : weights) {
-            place.weights.push_back(static_cast<float>(weight / sum));
+            *place++ = static_cast<float>(weight / sum);
         }
     }
     return result;
 }
 
-Resampler::Resampler(QSize source, QSize target, UprightPicture &picture)
+} // namespace
+
+Resampler::Resampler(QSize source, QSize target, UprightPicture &picture, const RowFilters &filters)
     : m_source(source)
     , m_target(target)
     , m_picture(picture)
+    , m_filters(filters)
     , m_columns(taps(source.width(), target.width()))
     , m_rows(taps(source.height(), target.height()))
-    , m_wide(static_cast<size_t>(source.width()))
-    , m_narrow(static_cast<size_t>(target.width()))
-    , m_output(static_cast<size_t>(target.width()))
+    // Weights of 0 may stand for pixels behind the last one.
+    , m_wide((static_cast<size_t>(source.width()) + m_columns.taps) * channels * 2)
+    , m_narrow((m_rows.taps + 2) * static_cast<size_t>(target.width()) * channels)
+    , m_blended(m_rows.taps)
 {
-    // A source row takes part in as many target rows as two reaches of the filter hold.
-    constexpr auto openRows = static_cast<size_t>(2 * lobes) + 2;
-    m_sums.assign(openRows, std::vector<Pixel>(static_cast<size_t>(target.width())));
 }
 
-std::vector<Resampler::Pixel> &Resampler::sumOf(int targetRow)
+float *Resampler::wideRow(int sourceRow)
 {
-    return m_sums[static_cast<size_t>(targetRow) % m_sums.size()];
+    return m_wide.data() + static_cast<size_t>(sourceRow & 1) * m_wide.size() / 2;
 }
 
-void Resampler::widen(const QRgb *pixels)
+float *Resampler::narrowRow(int sourceRow)
 {
-    using Bytes = quint8 __attribute__((vector_size(4)));
-    for (size_t column = 0; column < m_wide.size(); ++column) {
-        Bytes bytes;
-        std::memcpy(&bytes, pixels + column, sizeof(bytes));
-        m_wide[column] = __builtin_convertvector(bytes, Pixel);
+    // One more than a target row needs: the second of two narrowed at once may be its next.
+    const auto place = static_cast<size_t>(sourceRow) % (m_rows.taps + 1);
+    return m_narrow.data() + place * static_cast<size_t>(m_target.width()) * channels;
+}
+
+void Resampler::emitRow(size_t targetRow)
+{
+    const int first = m_rows.first[targetRow];
+    for (size_t tap = 0; tap < m_rows.taps; ++tap) {
+        m_blended[tap] = narrowRow(first + static_cast<int>(tap));
     }
+    m_filters.blend(m_blended.data(), m_rows.weights.data() + targetRow * m_rows.taps, m_rows.taps,
+                    m_picture.nextRow(), static_cast<size_t>(m_target.width()));
+    m_picture.rowWritten();
 }
 
-void Resampler::narrowRow()
+/// One or two; where it is one, the other is narrowed for nobody.
+void Resampler::narrowWaitingRows()
 {
-    for (size_t column = 0; column < m_narrow.size(); ++column) {
-        const auto &taps = m_columns[column];
-        const auto *source = m_wide.data() + taps.first;
-        const auto *weight = taps.weights.data();
-        const auto *const end = weight + taps.weights.size();
-        // Two sums, because each addition would wait for the one before it.
-        Pixel even = {};
-        Pixel odd = {};
-        for (; end - weight >= 2; weight += 2, source += 2) {
-            even += source[0] * weight[0];
-            odd += source[1] * weight[1];
-        }
-        if (weight != end) {
-            even += *source * *weight;
-        }
-        m_narrow[column] = even + odd;
-    }
-}
-
-void Resampler::emitRow(std::vector<Pixel> &sum)
-{
-    for (size_t column = 0; column < m_output.size(); ++column) {
-        const auto value = [&](int channel) {
-            return static_cast<quint32>(std::clamp(sum[column][channel] + 0.5F, 0.0F, 255.0F));
-        };
-        // The channels lie in memory as those of QRgb on this little-endian machine.
-        m_output[column] = 0xff000000U | value(2) << 16 | value(1) << 8 | value(0);
-    }
-    m_picture.addRow(m_output.data());
-    std::ranges::fill(sum, Pixel{});
+    const auto nobody =
+        m_narrow.data() + m_narrow.size() - static_cast<size_t>(m_target.width()) * channels;
+    const bool two = m_row - m_narrowedRows == 2;
+    m_filters.narrow({{wideRow(m_narrowedRows), wideRow(m_narrowedRows + 1)},
+                      {narrowRow(m_narrowedRows), two ? narrowRow(m_narrowedRows + 1) : nobody}},
+                     m_columns);
+    m_narrowedRows = m_row;
 }
 
 void Resampler::addRow(const QRgb *pixels)
@@ -118,26 +113,20 @@ void Resampler::addRow(const QRgb *pixels)
     if (m_row >= m_source.height()) {
         return;
     }
-    widen(pixels);
-    narrowRow();
-    for (int target = m_firstOpen; target < m_target.height(); ++target) {
-        const auto &taps = m_rows[static_cast<size_t>(target)];
-        if (taps.first > m_row) {
+    m_filters.widen(pixels, wideRow(m_row), static_cast<size_t>(m_source.width()));
+    ++m_row;
+    if (m_row - m_narrowedRows < 2 && m_row < m_source.height()) {
+        return;
+    }
+    narrowWaitingRows();
+    while (m_nextTarget < m_target.height()) {
+        const auto next = static_cast<size_t>(m_nextTarget);
+        const auto end =
+            std::min(m_rows.first[next] + static_cast<int>(m_rows.taps), m_source.height());
+        if (end > m_row) {
             break;
         }
-        const auto tap = static_cast<size_t>(m_row - taps.first);
-        if (tap >= taps.weights.size()) {
-            continue;
-        }
-        const auto weight = taps.weights[tap];
-        auto *sum = sumOf(target).data();
-        for (const auto &pixel : m_narrow) {
-            *sum++ += pixel * weight;
-        }
-        if (tap + 1 == taps.weights.size()) {
-            emitRow(sumOf(target));
-            m_firstOpen = target + 1;
-        }
+        emitRow(next);
+        ++m_nextTarget;
     }
-    ++m_row;
 }

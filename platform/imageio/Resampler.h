@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "platform/imageio/RowFilters.h"
 #include "platform/imageio/UprightPicture.h"
 
 #include <QSize>
@@ -15,38 +16,31 @@
 class Resampler {
 public:
     /// @p target is at most @p source in both directions, both at least one pixel.
-    Resampler(QSize source, QSize target, UprightPicture &picture);
+    Resampler(QSize source, QSize target, UprightPicture &picture,
+              const RowFilters &filters = RowFilters::best());
 
     /// The next row of the source. The target's rows go to the picture as they are finished.
     void addRow(const QRgb *pixels);
 
 private:
-    /// Four channels at once.
-    using Pixel = float __attribute__((vector_size(16)));
-
-    /// The source pixels that make one target pixel, and what each counts.
-    struct Taps {
-        int first = 0;
-        std::vector<float> weights;
-    };
-
-    static std::vector<Taps> taps(int source, int target);
-
-    void widen(const QRgb *pixels);
-    void narrowRow();
-    void emitRow(std::vector<Pixel> &sum);
-    [[nodiscard]] std::vector<Pixel> &sumOf(int targetRow);
+    [[nodiscard]] float *wideRow(int sourceRow);
+    [[nodiscard]] float *narrowRow(int sourceRow);
+    void narrowWaitingRows();
+    void emitRow(size_t targetRow);
 
     QSize m_source;
     QSize m_target;
     UprightPicture &m_picture;
-    std::vector<Taps> m_columns;
-    std::vector<Taps> m_rows;
-    std::vector<Pixel> m_wide;
-    std::vector<Pixel> m_narrow;
-    /// Sums of the target rows that are being made, by row number modulo their count.
-    std::vector<std::vector<Pixel>> m_sums;
-    std::vector<QRgb> m_output;
+    const RowFilters &m_filters;
+    RowFilters::Columns m_columns;
+    RowFilters::Columns m_rows;
+    /// Two rows of the source.
+    std::vector<float> m_wide;
+    /// The source rows that the next target row is made of, already of the target's width, by row
+    /// number modulo their count; and one that nobody wants.
+    std::vector<float> m_narrow;
+    std::vector<const float *> m_blended;
     int m_row = 0;
-    int m_firstOpen = 0;
+    int m_narrowedRows = 0;
+    int m_nextTarget = 0;
 };

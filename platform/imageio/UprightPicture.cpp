@@ -15,30 +15,59 @@ constexpr int bandRows = 16;
 UprightPicture::UprightPicture(QSize stored, int code)
     : m_stored(stored)
     , m_code(code)
+    , m_isUpright(Orientation::isUpright(code))
     , m_image(Orientation::swapsEdges(code) ? stored.transposed() : stored, QImage::Format_RGB32)
+    , m_pixels(reinterpret_cast<QRgb *>(m_image.bits()))
 {
-    if (isValid()) {
-        m_image.fill(Qt::black);
+    if (isValid() && !m_isUpright) {
         m_band.resize(static_cast<size_t>(stored.width()) * bandRows);
+    }
+}
+
+bool UprightPicture::isComplete() const
+{
+    return m_placedRows + m_rowsInBand >= m_stored.height();
+}
+
+QRgb *UprightPicture::nextRow()
+{
+    if (isComplete()) {
+        m_spare.resize(static_cast<size_t>(m_stored.width()));
+        return m_spare.data();
+    }
+    if (m_isUpright) {
+        return m_pixels +
+               qsizetype{m_placedRows} * m_image.bytesPerLine() / qsizetype{sizeof(QRgb)};
+    }
+    return m_band.data() + qsizetype{m_rowsInBand} * m_stored.width();
+}
+
+void UprightPicture::rowWritten()
+{
+    if (isComplete()) {
+        return;
+    }
+    if (m_isUpright) {
+        ++m_placedRows;
+        return;
+    }
+    ++m_rowsInBand;
+    if (m_rowsInBand == bandRows || isComplete()) {
+        placeBand();
     }
 }
 
 void UprightPicture::addRow(const QRgb *pixels)
 {
-    if (!isValid() || m_placedRows + m_rowsInBand >= m_stored.height()) {
+    if (!isValid() || isComplete()) {
         return;
     }
-    const auto width = m_stored.width();
-    std::copy_n(pixels, width, m_band.begin() + std::ptrdiff_t{m_rowsInBand} * width);
-    ++m_rowsInBand;
-    if (m_rowsInBand == bandRows || m_placedRows + m_rowsInBand == m_stored.height()) {
-        placeBand();
-    }
+    std::copy_n(pixels, m_stored.width(), nextRow());
+    rowWritten();
 }
 
 void UprightPicture::placeBand()
 {
-    auto *pixels = reinterpret_cast<QRgb *>(m_image.bits());
     const auto stride = m_image.bytesPerLine() / qsizetype{sizeof(QRgb)};
     // Where a stored pixel goes is linear in its column and row.
     const auto place = [&](qsizetype column, qsizetype row) {
@@ -49,7 +78,7 @@ void UprightPicture::placeBand()
     const auto columnStep = m_stored.width() > 1 ? place(1, m_placedRows) - origin : 0;
     const auto rowStep = m_stored.height() > 1 ? place(0, m_placedRows + 1) - origin : 0;
     const auto put = [&](qsizetype column, qsizetype row) {
-        pixels[origin + column * columnStep + row * rowStep] =
+        m_pixels[origin + column * columnStep + row * rowStep] =
             m_band[static_cast<size_t>(row * m_stored.width() + column)];
     };
     if (Orientation::swapsEdges(m_code)) {
@@ -71,8 +100,9 @@ void UprightPicture::placeBand()
 
 QImage UprightPicture::take()
 {
-    if (isValid() && m_rowsInBand > 0) {
-        placeBand();
+    while (isValid() && !isComplete()) {
+        std::fill_n(nextRow(), m_stored.width(), qRgb(0, 0, 0));
+        rowWritten();
     }
     return std::exchange(m_image, {});
 }

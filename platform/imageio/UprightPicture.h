@@ -17,20 +17,31 @@ public:
     /// Whether there was memory for it.
     [[nodiscard]] bool isValid() const { return !m_image.isNull(); }
 
-    /// The next row, as many pixels as the stored picture is wide. Further rows than it is high
-    /// are ignored.
+    /// Where the next row is to be written, opaque, as many pixels as the stored picture is wide;
+    /// rowWritten() then takes it. Rows beyond the last one lead nowhere. The picture must be
+    /// valid.
+    [[nodiscard]] QRgb *nextRow();
+    void rowWritten();
+
+    /// The next row, copied. Further rows than the picture is high are ignored.
     void addRow(const QRgb *pixels);
 
     /// The picture, with the rows that never came black. Format_RGB32.
     [[nodiscard]] QImage take();
 
 private:
+    [[nodiscard]] bool isComplete() const;
     void placeBand();
 
     QSize m_stored;
     int m_code;
+    bool m_isUpright;
     QImage m_image;
+    QRgb *m_pixels;
+    /// Rows that wait to be turned.
     std::vector<QRgb> m_band;
+    /// What is written beyond the last row.
+    std::vector<QRgb> m_spare;
     int m_rowsInBand = 0;
     int m_placedRows = 0;
 };

@@ -5,7 +5,11 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
+#include <numbers>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -43,6 +47,58 @@ int contrast(const QImage &image)
         most = std::max(most, value);
     }
     return most - least;
+}
+
+double lanczos(double x)
+{
+    const double angle = std::numbers::pi * x;
+    return x == 0 ? 1 : 3 * std::sin(angle) * std::sin(angle / 3) / (angle * angle);
+}
+
+/// The filter as textbooks have it, for one line of values.
+std::vector<double> scaledLine(const std::vector<double> &line, int target)
+{
+    const double scale = double(line.size()) / target;
+    std::vector<double> result;
+    for (int index = 0; index < target; ++index) {
+        const double centre = (index + 0.5) * scale - 0.5;
+        double sum = 0;
+        double weights = 0;
+        for (size_t at = 0; at < line.size(); ++at) {
+            const double distance = (double(at) - centre) / scale;
+            if (std::abs(distance) < 3) {
+                sum += lanczos(distance) * line[at];
+                weights += lanczos(distance);
+            }
+        }
+        result.push_back(sum / weights);
+    }
+    return result;
+}
+
+/// The green channel of @p source scaled to @p target, row by row.
+std::vector<std::vector<double>> scaledGreen(const QImage &source, QSize target)
+{
+    std::vector<std::vector<double>> rows;
+    for (int y = 0; y < source.height(); ++y) {
+        std::vector<double> line;
+        for (int x = 0; x < source.width(); ++x) {
+            line.push_back(qGreen(source.pixel(x, y)));
+        }
+        rows.push_back(scaledLine(line, target.width()));
+    }
+    std::vector<std::vector<double>> result(static_cast<size_t>(target.height()));
+    for (size_t x = 0; x < static_cast<size_t>(target.width()); ++x) {
+        std::vector<double> column;
+        for (const auto &row : rows) {
+            column.push_back(row[x]);
+        }
+        const auto scaled = scaledLine(column, target.height());
+        for (size_t y = 0; y < scaled.size(); ++y) {
+            result[y].push_back(std::clamp(scaled[y], 0.0, 255.0));
+        }
+    }
+    return result;
 }
 
 } // namespace
@@ -90,6 +146,32 @@ private Q_SLOTS:
     void whatIsTooFineForTheNewSizeVanishes()
     {
         QVERIFY(contrast(resampled(wave({600, 30}, 2.2), {200, 10})) < 8);
+    }
+
+    void anyPictureIsScaledAsTheFilterSays()
+    {
+        std::mt19937 random(1);
+        for (int turn = 0; turn < 200; ++turn) {
+            const auto upTo = [&](int most) { return 1 + static_cast<int>(random() % most); };
+            const QSize size(upTo(60), upTo(60));
+            const QSize target(upTo(size.width()), upTo(size.height()));
+            QImage source(size, QImage::Format_RGB32);
+            for (int y = 0; y < size.height(); ++y) {
+                for (int x = 0; x < size.width(); ++x) {
+                    source.setPixel(x, y, static_cast<QRgb>(random()) | 0xff000000U);
+                }
+            }
+
+            const auto small = resampled(source, target);
+            const auto expected = scaledGreen(source, target);
+
+            for (int y = 0; y < target.height(); ++y) {
+                for (int x = 0; x < target.width(); ++x) {
+                    const auto wanted = expected[static_cast<size_t>(y)][static_cast<size_t>(x)];
+                    QVERIFY(std::abs(qGreen(small.pixel(x, y)) - wanted) <= 0.51);
+                }
+            }
+        }
     }
 
     void hardEdgesDoNotOverflow()
