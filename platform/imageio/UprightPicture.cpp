@@ -4,6 +4,7 @@
 #include "platform/imageio/UprightPicture.h"
 
 #include "platform/imageio/Orientation.h"
+#include "platform/imageio/PictureMemory.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,7 +17,7 @@ UprightPicture::UprightPicture(QSize stored, int code)
     : m_stored(stored)
     , m_code(code)
     , m_isUpright(Orientation::isUpright(code))
-    , m_image(Orientation::swapsEdges(code) ? stored.transposed() : stored, QImage::Format_RGB32)
+    , m_image(PictureMemory::picture(Orientation::swapsEdges(code) ? stored.transposed() : stored))
     , m_pixels(reinterpret_cast<QRgb *>(m_image.bits()))
 {
     if (isValid() && !m_isUpright) {
