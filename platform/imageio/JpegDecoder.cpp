@@ -9,6 +9,7 @@
 #include "platform/imageio/JpegStream.h"
 #include "platform/imageio/PagedReader.h"
 #include "platform/imageio/Resampler.h"
+#include "platform/imageio/RowRelay.h"
 #include "platform/imageio/TiffReader.h"
 #include "platform/imageio/UprightPicture.h"
 
@@ -24,6 +25,8 @@ constexpr qint64 mostMemory = qint64{960} * 1024 * 1024;
 constexpr qint64 leastWorkingMemory = qint64{64} * 1024 * 1024;
 /// Smaller previews are visibly less than the picture at that size.
 constexpr int smallestPreview = 256;
+/// Of smaller pictures a second thread would not be worth its start.
+constexpr qint64 fewestPixelsToShare = 1'000'000;
 
 struct ExifBlock {
     int orientation = 1;
@@ -113,11 +116,19 @@ QImage decodeRows(JpegStream &stream, QSize target, int orientation)
         }
         return picture.take();
     }
-    std::vector<QRgb> row(static_cast<size_t>(decoded->width()));
     Resampler resampler(*decoded, target, picture);
-    while (stream.readRow(row.data())) {
-        resampler.addRow(row.data());
+    if (qint64{decoded->width()} * decoded->height() < fewestPixelsToShare) {
+        std::vector<QRgb> row(static_cast<size_t>(decoded->width()));
+        while (stream.readRow(row.data())) {
+            resampler.addRow(row.data());
+        }
+        return picture.take();
     }
+    RowRelay relay(decoded->width(), [&](const QRgb *pixels) { resampler.addRow(pixels); });
+    while (stream.readRow(relay.nextRow())) {
+        relay.rowWritten();
+    }
+    relay.finish();
     return picture.take();
 }
 
