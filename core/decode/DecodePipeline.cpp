@@ -29,6 +29,7 @@ void DecodePipeline::beginSelection(qint64 number)
     m_selection = number;
     m_prefetchStop.request_stop();
     m_pool.renew();
+    m_decoders->forget();
     m_screenCache.clear();
     m_thumbCache.clear();
     m_fullCache.clear();
@@ -37,40 +38,43 @@ void DecodePipeline::beginSelection(qint64 number)
 }
 
 QCoro::Task<QImage> DecodePipeline::decodeOffActor(std::filesystem::path url,
-                                                   std::optional<int> maxPixel, Priority priority)
+                                                   std::optional<int> maxPixel, Priority priority,
+                                                   std::stop_token stop)
 {
-    auto decode = [decoders = m_decoders, url = std::move(url), maxPixel] {
-        return decoders->picture(url, maxPixel);
+    auto decode = [decoders = m_decoders, url = std::move(url), maxPixel, stop = std::move(stop)] {
+        return stop.stop_requested() ? QImage() : decoders->picture(url, maxPixel);
     };
     const auto result = m_pool.run(std::move(decode), priority);
     co_return co_await result;
 }
 
-QCoro::Task<QImage> DecodePipeline::videoFrame(std::filesystem::path url, Priority priority)
+QCoro::Task<QImage> DecodePipeline::videoFrame(std::filesystem::path url, Priority priority,
+                                               std::stop_token stop)
 {
-    auto decode = [decoders = m_decoders, url = std::move(url)] {
-        return decoders->videoFrame(url);
+    auto decode = [decoders = m_decoders, url = std::move(url), stop = std::move(stop)] {
+        return stop.stop_requested() ? QImage() : decoders->videoFrame(url);
     };
     const auto result = m_pool.run(std::move(decode), priority);
     co_return co_await result;
 }
 
-QCoro::Task<QImage> DecodePipeline::screenImage(MediaItem item, int maxPixel)
+QCoro::Task<QImage> DecodePipeline::screenImage(MediaItem item, int maxPixel, std::stop_token stop)
 {
-    return screenImage(std::move(item), maxPixel, Current);
+    return screenImage(std::move(item), maxPixel, Current, std::move(stop));
 }
 
-QCoro::Task<QImage> DecodePipeline::screenImage(MediaItem item, int maxPixel, Priority priority)
+QCoro::Task<QImage> DecodePipeline::screenImage(MediaItem item, int maxPixel, Priority priority,
+                                                std::stop_token stop)
 {
     if (m_screenCache.contains(item.id)) {
         co_return m_screenCache.value(item.id);
     }
     if (item.kind == MediaKind::video) {
-        co_return co_await thumbnail(item, priority);
+        co_return co_await thumbnail(item, priority, stop);
     }
     const QPointer self(this);
     const auto selection = m_selection;
-    const QImage image = co_await decodeOffActor(item.displayURL(), maxPixel, priority);
+    const QImage image = co_await decodeOffActor(item.displayURL(), maxPixel, priority, stop);
     if (!self || selection != m_selection) {
         co_return QImage();
     }
@@ -83,7 +87,8 @@ QImage DecodePipeline::cachedScreenImage(const MediaItem &item) const
     return m_screenCache.value(item.id);
 }
 
-QCoro::Task<QImage> DecodePipeline::thumbnail(MediaItem item, Priority priority)
+QCoro::Task<QImage> DecodePipeline::thumbnail(MediaItem item, Priority priority,
+                                              std::stop_token stop)
 {
     if (m_thumbCache.contains(item.id)) {
         co_return m_thumbCache.value(item.id);
@@ -92,9 +97,9 @@ QCoro::Task<QImage> DecodePipeline::thumbnail(MediaItem item, Priority priority)
     const auto selection = m_selection;
     QImage image;
     if (item.kind == MediaKind::video) {
-        image = co_await videoFrame(*item.videoURL, priority);
+        image = co_await videoFrame(*item.videoURL, priority, stop);
     } else {
-        image = co_await decodeOffActor(item.displayURL(), thumbnailMaxPixel, priority);
+        image = co_await decodeOffActor(item.displayURL(), thumbnailMaxPixel, priority, stop);
     }
     if (!self || selection != m_selection) {
         co_return QImage();
@@ -103,7 +108,7 @@ QCoro::Task<QImage> DecodePipeline::thumbnail(MediaItem item, Priority priority)
     co_return image;
 }
 
-QCoro::Task<QImage> DecodePipeline::fullImage(MediaItem item)
+QCoro::Task<QImage> DecodePipeline::fullImage(MediaItem item, std::stop_token stop)
 {
     if (m_fullCache.contains(item.id)) {
         co_return m_fullCache.value(item.id);
@@ -113,7 +118,7 @@ QCoro::Task<QImage> DecodePipeline::fullImage(MediaItem item)
     }
     const QPointer self(this);
     const auto selection = m_selection;
-    const QImage image = co_await decodeOffActor(item.displayURL(), std::nullopt, Current);
+    const QImage image = co_await decodeOffActor(item.displayURL(), std::nullopt, Current, stop);
     if (!self || selection != m_selection) {
         co_return QImage();
     }
@@ -180,7 +185,7 @@ QCoro::Task<> DecodePipeline::runPrefetch(QList<MediaItem> items, int maxPixel,
         if (stop.stop_requested()) {
             break;
         }
-        co_await screenImage(item, maxPixel, Prefetch);
+        co_await screenImage(item, maxPixel, Prefetch, stop);
         if (!self) {
             co_return;
         }

@@ -44,6 +44,9 @@ public:
             picture;
         /// The frame at time zero of a clip, within thumbnailMaxPixel.
         std::function<QImage(const std::filesystem::path &url)> videoFrame;
+        /// Told on the pipeline's thread when pictures of another card follow, whose files may
+        /// bear the same names.
+        std::function<void()> forget = [] {};
     };
 
     explicit DecodePipeline(Decoders decoders, QObject *parent = nullptr);
@@ -55,17 +58,20 @@ public:
     void beginSelection(qint64 number);
 
     /// The picture to show full screen, its longest edge at most @p maxPixel; of a clip the
-    /// thumbnail.
-    [[nodiscard]] QCoro::Task<QImage> screenImage(MediaItem item, int maxPixel);
+    /// thumbnail. A request whose @p stop comes before its decoding begins brings nothing, here
+    /// and below: who walks fast does not wait for what he passed.
+    [[nodiscard]] QCoro::Task<QImage> screenImage(MediaItem item, int maxPixel,
+                                                  std::stop_token stop = {});
 
     /// The screen image if it is cached; never decodes.
     [[nodiscard]] QImage cachedScreenImage(const MediaItem &item) const;
 
     /// The small picture, its longest edge at most thumbnailMaxPixel.
-    [[nodiscard]] QCoro::Task<QImage> thumbnail(MediaItem item, Priority priority = Visible);
+    [[nodiscard]] QCoro::Task<QImage> thumbnail(MediaItem item, Priority priority = Visible,
+                                                std::stop_token stop = {});
 
     /// The picture in full resolution; null for a clip.
-    [[nodiscard]] QCoro::Task<QImage> fullImage(MediaItem item);
+    [[nodiscard]] QCoro::Task<QImage> fullImage(MediaItem item, std::stop_token stop = {});
 
     /// Decodes the photos around index @p current into the screen cache, nearest first, in the
     /// background. Replaces the prefetch that is running.
@@ -79,10 +85,13 @@ public:
     [[nodiscard]] const QSet<QString> &inFlight() const { return m_inFlight; }
 
 private:
-    [[nodiscard]] QCoro::Task<QImage>
-    decodeOffActor(std::filesystem::path url, std::optional<int> maxPixel, Priority priority);
-    [[nodiscard]] QCoro::Task<QImage> videoFrame(std::filesystem::path url, Priority priority);
-    [[nodiscard]] QCoro::Task<QImage> screenImage(MediaItem item, int maxPixel, Priority priority);
+    [[nodiscard]] QCoro::Task<QImage> decodeOffActor(std::filesystem::path url,
+                                                     std::optional<int> maxPixel, Priority priority,
+                                                     std::stop_token stop);
+    [[nodiscard]] QCoro::Task<QImage> videoFrame(std::filesystem::path url, Priority priority,
+                                                 std::stop_token stop);
+    [[nodiscard]] QCoro::Task<QImage> screenImage(MediaItem item, int maxPixel, Priority priority,
+                                                  std::stop_token stop);
     void startPrefetch(const QList<MediaItem> &candidates);
     QCoro::Task<> runPrefetch(QList<MediaItem> items, int maxPixel, std::stop_token stop);
     void clearInFlight(const QList<MediaItem> &items);

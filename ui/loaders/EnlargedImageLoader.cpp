@@ -21,8 +21,8 @@ QCoro::Task<> EnlargedImageLoader::load(MediaItem item)
     const auto begun = generation();
     const QPointer self(this);
 
-    const QImage image =
-        co_await appState()->pipeline()->screenImage(item, appState()->screenMaxPixel());
+    const QImage image = co_await appState()->pipeline()->screenImage(
+        item, appState()->screenMaxPixel(), stopToken());
 
     if (self && begun == generation()) {
         show(image);

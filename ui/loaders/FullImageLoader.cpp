@@ -41,7 +41,7 @@ QCoro::Task<> FullImageLoader::load(MediaItem item)
 
     // Both begin now; the one that takes longer decides when they are there.
     const auto metadataRead = appState()->cardReads()->metadata(item.displayURL(), stopToken());
-    const QImage image = co_await appState()->pipeline()->fullImage(item);
+    const QImage image = co_await appState()->pipeline()->fullImage(item, stopToken());
     const auto metadata = co_await metadataRead;
 
     if (!self || begun != generation() || image.isNull()) {

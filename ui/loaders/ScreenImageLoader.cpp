@@ -8,6 +8,11 @@ ScreenImageLoader::ScreenImageLoader(QObject *parent)
 {
 }
 
+ScreenImageLoader::~ScreenImageLoader()
+{
+    m_stop.request_stop();
+}
+
 void ScreenImageLoader::setAppState(AppState *appState)
 {
     if (m_appState == appState) {
@@ -28,10 +33,17 @@ void ScreenImageLoader::setAppState(AppState *appState)
 void ScreenImageLoader::forgetSession()
 {
     // Ids repeat from card to card, so nothing of another session may stay.
-    ++m_generation;
+    dropLoading();
     m_itemID.reset();
     show({}, false);
     follow();
+}
+
+void ScreenImageLoader::dropLoading()
+{
+    ++m_generation;
+    m_stop.request_stop();
+    m_stop = std::stop_source();
 }
 
 void ScreenImageLoader::follow()
@@ -43,7 +55,7 @@ void ScreenImageLoader::follow()
         return;
     }
     m_itemID = id;
-    ++m_generation;
+    dropLoading();
     if (!item || item->kind == MediaKind::video) {
         show({}, false);
         return;
@@ -54,6 +66,7 @@ void ScreenImageLoader::follow()
 QCoro::Task<> ScreenImageLoader::load(MediaItem item)
 {
     const auto generation = m_generation;
+    const auto stop = m_stop.get_token();
     const QPointer self(this);
     const auto isWanted = [&] { return self && generation == self->m_generation && m_appState; };
     auto *pipeline = m_appState->pipeline();
@@ -63,7 +76,7 @@ QCoro::Task<> ScreenImageLoader::load(MediaItem item)
         co_return;
     }
 
-    const QImage thumbnail = co_await pipeline->thumbnail(item, DecodePipeline::Current);
+    const QImage thumbnail = co_await pipeline->thumbnail(item, DecodePipeline::Current, stop);
     if (!isWanted()) {
         co_return;
     }
@@ -71,7 +84,7 @@ QCoro::Task<> ScreenImageLoader::load(MediaItem item)
         show(thumbnail, true);
     }
 
-    const QImage image = co_await pipeline->screenImage(item, m_appState->screenMaxPixel());
+    const QImage image = co_await pipeline->screenImage(item, m_appState->screenMaxPixel(), stop);
     if (isWanted() && !image.isNull()) {
         show(image, false);
     }

@@ -11,6 +11,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <stop_token>
+
 /// The picture of the session's current item, as large as the screen. Starts anew whenever another
 /// item becomes the current one: a cached picture at once, else the thumbnail as a substitute while
 /// the picture is decoded. What was shown before stays until then. Clips have no picture here.
@@ -24,6 +26,7 @@ class ScreenImageLoader : public QObject {
 
 public:
     explicit ScreenImageLoader(QObject *parent = nullptr);
+    ~ScreenImageLoader() override;
 
     [[nodiscard]] AppState *appState() const { return m_appState; }
 
@@ -44,6 +47,7 @@ Q_SIGNALS:
 private:
     void forgetSession();
     void follow();
+    void dropLoading();
     QCoro::Task<> load(MediaItem item);
     void show(const QImage &image, bool stale);
 
@@ -52,4 +56,5 @@ private:
     QImage m_currentImage;
     bool m_isStale = false;
     qint64 m_generation = 0;
+    std::stop_source m_stop;
 };

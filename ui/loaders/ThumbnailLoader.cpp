@@ -29,7 +29,7 @@ QCoro::Task<> ThumbnailLoader::load(MediaItem item)
     const QPointer self(this);
 
     const auto priority = m_isLookedAt ? DecodePipeline::Current : DecodePipeline::Visible;
-    const QImage image = co_await appState()->pipeline()->thumbnail(item, priority);
+    const QImage image = co_await appState()->pipeline()->thumbnail(item, priority, stopToken());
 
     if (!self || begun != generation()) {
         co_return;

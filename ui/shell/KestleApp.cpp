@@ -5,6 +5,7 @@
 
 #include "app/DirectAccess.h"
 #include "app/PortalAccess.h"
+#include "core/decode/JoinedDecodes.h"
 #include "core/decode/ScreenMaxPixel.h"
 #include "core/metadata/ExifReader.h"
 #include "core/store/SessionStore.h"
@@ -39,7 +40,12 @@ static DecodePipeline::Decoders decoders()
     const auto frameOf = [](const std::filesystem::path &url) {
         return posterFrame(url, DecodePipeline::thumbnailMaxPixel);
     };
-    return {.picture = pictureOf, .videoFrame = frameOf};
+    const auto joined = std::make_shared<JoinedDecodes>(pictureOf);
+    return {
+        .picture = [joined](const std::filesystem::path &url,
+                            std::optional<int> maxPixel) { return joined->picture(url, maxPixel); },
+        .videoFrame = frameOf,
+        .forget = [joined] { joined->forget(); }};
 }
 
 static std::shared_ptr<CardAccess> access(const std::shared_ptr<FileManager> &fileManager,

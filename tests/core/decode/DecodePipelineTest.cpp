@@ -23,7 +23,8 @@ public:
     {
         return {.picture = [this](const fs::path &url,
                                   std::optional<int> maxPixel) { return picture(url, maxPixel); },
-                .videoFrame = [this](const fs::path &url) { return picture(url, 256); }};
+                .videoFrame = [this](const fs::path &url) { return picture(url, 256); },
+                .forget = [this] { ++forgotten; }};
     }
 
     [[nodiscard]] std::vector<std::string> decoded()
@@ -41,6 +42,7 @@ public:
     std::atomic_bool isGated = false;
     QSemaphore gate;
     std::atomic_int waiting = 0;
+    int forgotten = 0;
 
 private:
     QImage picture(const fs::path &url, std::optional<int> maxPixel)
@@ -421,6 +423,51 @@ private Q_SLOTS:
         QCOMPARE(last, (std::vector<std::string>{"current.JPG", "clip.MOV", "other.JPG"}));
     }
 
+    void whatNobodyWantsAnyMoreIsNotDecoded()
+    {
+        m_decoders->isGated = true;
+        std::vector<QCoro::Task<QImage>> running;
+        for (int number = 0; number < QThread::idealThreadCount(); ++number) {
+            running.push_back(m_pipeline->screenImage(photo(u"busy%1"_s.arg(number)), 2160));
+        }
+        QTRY_COMPARE(m_decoders->waiting, QThread::idealThreadCount());
+        std::stop_source stop;
+        const auto token = stop.get_token();
+        const auto small = m_pipeline->thumbnail(photo(u"a"_s), DecodePipeline::Current, token);
+        const auto large = m_pipeline->screenImage(photo(u"b"_s), 2160, token);
+        const auto whole = m_pipeline->fullImage(photo(u"c"_s), token);
+        const auto frame = m_pipeline->thumbnail(clip(u"d"_s), DecodePipeline::Visible, token);
+        const auto wanted = m_pipeline->thumbnail(photo(u"e"_s), DecodePipeline::Visible);
+
+        stop.request_stop();
+        m_decoders->isGated = false;
+        m_decoders->gate.release(QThread::idealThreadCount());
+
+        QTRY_VERIFY(wanted.isReady() && small.isReady() && large.isReady() && whole.isReady() &&
+                    frame.isReady());
+        QCOMPARE(m_decoders->countOf("e.JPG"), 1);
+        for (const auto *const name : {"a.JPG", "b.JPG", "c.JPG", "d.MOV"}) {
+            QCOMPARE(m_decoders->countOf(name), 0);
+        }
+        // Nothing was kept of it: who asks again gets the picture.
+        QVERIFY(!QCoro::waitFor(m_pipeline->screenImage(photo(u"b"_s), 2160)).isNull());
+    }
+
+    void whatHasBegunWhenItIsNotWantedAnyMoreIsKept()
+    {
+        m_decoders->isGated = true;
+        std::stop_source stop;
+        const auto begun = m_pipeline->screenImage(photo(u"a"_s), 2160, stop.get_token());
+        QTRY_COMPARE(m_decoders->waiting.load(), 1);
+
+        stop.request_stop();
+        m_decoders->isGated = false;
+        m_decoders->gate.release();
+
+        QTRY_VERIFY(begun.isReady());
+        QVERIFY(!m_pipeline->cachedScreenImage(photo(u"a"_s)).isNull());
+    }
+
     void anotherSelectionEmptiesEverything()
     {
         m_pipeline->beginSelection(1);
@@ -430,6 +477,7 @@ private Q_SLOTS:
 
         m_pipeline->beginSelection(2);
 
+        QCOMPARE(m_decoders->forgotten, 2);
         QVERIFY(m_pipeline->cachedScreenImage(photo(u"A"_s)).isNull());
         (void)QCoro::waitFor(m_pipeline->thumbnail(photo(u"A"_s)));
         (void)QCoro::waitFor(m_pipeline->fullImage(photo(u"A"_s)));
@@ -444,6 +492,7 @@ private Q_SLOTS:
         m_pipeline->beginSelection(1);
 
         QVERIFY(!m_pipeline->cachedScreenImage(photo(u"A"_s)).isNull());
+        QCOMPARE(m_decoders->forgotten, 1);
     }
 
     void decodesOfAnotherSelectionBringNothingAndAreNotKept()
