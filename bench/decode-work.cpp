@@ -36,6 +36,7 @@ QImage poster(const Task &task)
 /// A peer: quick and soft.
 QImage qt(const Task &task)
 {
+    QImageReader::setAllocationLimit(0);
     QImageReader reader(QFile::decodeName(task.file.c_str()));
     reader.setAutoTransform(true);
     if (task.edge) {
