@@ -14,7 +14,7 @@ using Shape = TiffReader::Shape;
 
 struct Tag {
     quint16 number;
-    const char16_t *name;
+    QStringView name;
     Shape shape = Shape::Plain;
 };
 
@@ -65,7 +65,8 @@ PropertyDictionary named(const std::array<Tag, count> &tags, const TiffReader &t
         const auto entry = directory.find(tag.number);
         const auto value = entry ? tiff.value(*entry, tag.shape) : QVariant();
         if (value.isValid()) {
-            result.insert(QString::fromUtf16(tag.name), value);
+            // The names live as long as the program: a copy of each would cost more than its value.
+            result.insert(QString::fromRawData(tag.name.data(), tag.name.size()), value);
         }
     }
     return result;
@@ -77,7 +78,7 @@ std::optional<PropertyDictionary> fujiNote(const TiffReader &tiff, const Directo
 {
     const auto entry = exif.find(makerNoteTag);
     const auto place = entry ? tiff.place(*entry) : std::nullopt;
-    if (!place || tiff.reader().bytes(place->offset, 8) != "FUJIFILM") {
+    if (!place || tiff.reader().view(place->offset, 8) != "FUJIFILM") {
         return std::nullopt;
     }
     // To the end of the structure: some writers give the note's length too small.
@@ -162,7 +163,7 @@ PixelSize mainSize(const TiffReader &tiff, const Directory &main)
 /// Canon's CR2 has a reduced picture in front and does not say so.
 bool isCr2(const TiffReader &tiff)
 {
-    return tiff.reader().bytes(tiff.range().offset + 8, 3) == QByteArrayView("CR\x02", 3);
+    return tiff.reader().view(tiff.range().offset + 8, 3) == QByteArrayView("CR\x02", 3);
 }
 
 } // namespace

@@ -7,17 +7,17 @@
 
 FileKind fileKind(PagedReader &reader)
 {
-    const auto head = reader.bytes(0, 16);
+    const auto head = reader.view(0, 16);
     if (head.startsWith("\xff\xd8\xff")) {
         return FileKind::Jpeg;
     }
     if (head.startsWith("FUJIFILMCCD-RAW")) {
         return FileKind::Raf;
     }
-    if (QByteArrayView(head).sliced(head.isEmpty() ? 0 : 4).startsWith("ftyp")) {
-        return QByteArrayView(head).sliced(8).startsWith("crx ") ? FileKind::Cr3 : FileKind::Media;
+    if (head.sliced(head.isEmpty() ? 0 : 4).startsWith("ftyp")) {
+        return head.sliced(8).startsWith("crx ") ? FileKind::Cr3 : FileKind::Media;
     }
-    if (QByteArrayView(head).sliced(head.isEmpty() ? 0 : 6).startsWith("HEAPCCDR")) {
+    if (head.sliced(head.isEmpty() ? 0 : 6).startsWith("HEAPCCDR")) {
         return FileKind::Ciff;
     }
     if (head.startsWith("FOVb")) {

@@ -25,9 +25,10 @@ PropertyDictionary fromBlock(PagedReader &reader, std::optional<ByteRange> block
     return tiff ? ExifProperties::fromMain(*tiff) : PropertyDictionary();
 }
 
-Properties jpegProperties(PagedReader &reader, ByteRange range)
+Properties jpegProperties(PagedReader &reader, ByteRange range,
+                          JpegMarkers::Until until = JpegMarkers::Until::ExifAndSize)
 {
-    const auto markers = JpegMarkers::read(reader, range);
+    const auto markers = JpegMarkers::read(reader, range, until);
     if (!markers || (!markers->hasFrame && !markers->exif)) {
         return std::nullopt;
     }
@@ -43,7 +44,9 @@ Properties rafProperties(PagedReader &reader)
     if (!header) {
         return std::nullopt;
     }
-    auto properties = jpegProperties(reader, header->jpeg).value_or(PropertyDictionary());
+    using Until = JpegMarkers::Until;
+    const auto until = header->width ? Until::Exif : Until::ExifAndSize;
+    auto properties = jpegProperties(reader, header->jpeg, until).value_or(PropertyDictionary());
     ExifProperties::addPixelSize(properties, header->width, header->height);
     return properties;
 }
@@ -57,7 +60,7 @@ Properties x3fProperties(PagedReader &reader)
     }
     PropertyDictionary properties;
     for (const auto &jpeg : directory->jpegs) {
-        const auto markers = JpegMarkers::read(reader, jpeg);
+        const auto markers = JpegMarkers::read(reader, jpeg, JpegMarkers::Until::Exif);
         if (markers && markers->exif) {
             properties = fromBlock(reader, markers->exif);
             break;
@@ -139,9 +142,7 @@ Properties cr3Properties(PagedReader &reader)
     return std::nullopt;
 }
 
-} // namespace
-
-std::optional<PropertyDictionary> FileProperties::read(const InputFile &file)
+Properties propertiesOf(const InputFile &file)
 {
     PagedReader reader(file);
     switch (fileKind(reader)) {
@@ -164,4 +165,11 @@ std::optional<PropertyDictionary> FileProperties::read(const InputFile &file)
         break;
     }
     return std::nullopt;
+}
+
+} // namespace
+
+std::optional<PropertyDictionary> FileProperties::read(const InputFile &file)
+{
+    return propertiesOf(file);
 }

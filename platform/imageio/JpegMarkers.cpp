@@ -34,7 +34,7 @@ bool standsAlone(uchar marker)
 /// @p segment begins behind the length.
 void readFrame(JpegMarkers &markers, PagedReader &reader, uchar marker, ByteRange segment)
 {
-    const auto data = reader.bytes(segment.offset, 6);
+    const auto data = reader.view(segment.offset, 6);
     if (segment.length < 6 || data.isEmpty()) {
         return;
     }
@@ -53,17 +53,30 @@ void readApplicationData(JpegMarkers &markers, PagedReader &reader, ByteRange se
 {
     constexpr auto identifier = QByteArrayView("Exif\0", 5); // a sixth byte of any value pads it
     if (markers.exif || segment.length < 6 ||
-        !reader.bytes(segment.offset, 6).startsWith(identifier)) {
+        !reader.view(segment.offset, 6).startsWith(identifier)) {
         return;
     }
     markers.exif = ByteRange{segment.offset + 6, segment.length - 6};
 }
 
+bool isEnough(const JpegMarkers &markers, JpegMarkers::Until until)
+{
+    switch (until) {
+    case JpegMarkers::Until::Scan:
+        break;
+    case JpegMarkers::Until::ExifAndSize:
+        return markers.exif && markers.width;
+    case JpegMarkers::Until::Exif:
+        return markers.exif.has_value();
+    }
+    return false;
+}
+
 } // namespace
 
-std::optional<JpegMarkers> JpegMarkers::read(PagedReader &reader, ByteRange range)
+std::optional<JpegMarkers> JpegMarkers::read(PagedReader &reader, ByteRange range, Until until)
 {
-    if (range.length < 4 || reader.bytes(range.offset, 3) != QByteArrayView("\xff\xd8\xff", 3)) {
+    if (range.length < 4 || reader.view(range.offset, 3) != QByteArrayView("\xff\xd8\xff", 3)) {
         return std::nullopt;
     }
     JpegMarkers markers;
@@ -71,8 +84,9 @@ std::optional<JpegMarkers> JpegMarkers::read(PagedReader &reader, ByteRange rang
     auto at = range.offset + 2;
     int segments = 0;
     int skippedBytes = 0;
-    while (segments < mostSegments && skippedBytes < mostSkippedBytes) {
-        const auto head = reader.bytes(at, 2);
+    while (!isEnough(markers, until) && segments < mostSegments &&
+           skippedBytes < mostSkippedBytes) {
+        const auto head = reader.view(at, 2);
         if (head.isEmpty() || at + 2 > end) {
             break;
         }
@@ -91,7 +105,7 @@ std::optional<JpegMarkers> JpegMarkers::read(PagedReader &reader, ByteRange rang
         if (marker == startOfScan || marker == endOfImage) {
             break;
         }
-        const auto lengthBytes = reader.bytes(at, 2);
+        const auto lengthBytes = reader.view(at, 2);
         if (lengthBytes.isEmpty()) {
             break;
         }

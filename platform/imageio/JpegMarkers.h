@@ -24,6 +24,11 @@ struct JpegMarkers {
     /// The contents of the APP2 segments, where colour profiles are among others.
     QList<ByteRange> applicationData2 = {};
 
-    /// Walks the markers of the stream that fills @p range; nothing if no JPEG begins there.
-    [[nodiscard]] static std::optional<JpegMarkers> read(PagedReader &reader, ByteRange range);
+    /// How far to walk: the EXIF block and the frame header often lie in different pages.
+    enum class Until { Scan, ExifAndSize, Exif };
+
+    /// Walks the markers of the stream that fills @p range, at most to the first scan; nothing if
+    /// no JPEG begins there.
+    [[nodiscard]] static std::optional<JpegMarkers> read(PagedReader &reader, ByteRange range,
+                                                         Until until = Until::Scan);
 };

@@ -9,10 +9,42 @@
 constexpr qint64 pageSize = 4096;
 /// More than any camera's file needs, little enough for a file that leads round in circles.
 constexpr qint64 mostPages = 256;
+constexpr auto mostBytes = mostPages * pageSize;
 
+/// Clearing the head would cost as much as a read.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 PagedReader::PagedReader(const InputFile &file)
     : m_file(file)
 {
+}
+
+bool PagedReader::isInside(qint64 offset, qint64 length) const
+{
+    return offset >= 0 && length >= 0 && length <= std::min(size(), mostBytes) &&
+           offset <= size() - length;
+}
+
+/// Whether the stretch, which is inside the file, lies in the head; reads that the first time.
+bool PagedReader::isInHead(qint64 offset, qint64 length)
+{
+    if (offset >= headSize) {
+        return false;
+    }
+    if (m_headLength < 0) {
+        m_headLength = m_file.read(0, m_head.data(), headSize);
+    }
+    return offset + length <= m_headLength;
+}
+
+const char *PagedReader::inPage(qint64 offset, qint64 length)
+{
+    const auto number = offset / pageSize;
+    const auto from = offset % pageSize;
+    if (from + length > pageSize || !fetch(number, number)) {
+        return nullptr;
+    }
+    const auto page = m_pages.constFind(number);
+    return page->size() < from + length ? nullptr : page->constData() + from;
 }
 
 /// Reads the run of pages in one go; those that are there already are rarely in between.
@@ -46,6 +78,14 @@ bool PagedReader::read(qint64 offset, char *target, qint64 length)
     if (length == 0) {
         return true;
     }
+    if (offset < headSize) {
+        const auto count = std::min(length, headSize - offset);
+        if (!isInHead(offset, count)) {
+            return false;
+        }
+        std::memcpy(target, m_head.data() + offset, static_cast<size_t>(count));
+        return read(offset + count, target + count, length - count);
+    }
     if (!fetch(offset / pageSize, (offset + length - 1) / pageSize)) {
         return false;
     }
@@ -66,11 +106,26 @@ bool PagedReader::read(qint64 offset, char *target, qint64 length)
 
 QByteArray PagedReader::bytes(qint64 offset, qint64 length)
 {
-    constexpr auto longest = mostPages * pageSize;
-    if (offset < 0 || length <= 0 || length > std::min(size(), longest) ||
-        offset > size() - length) {
+    if (length == 0 || !isInside(offset, length)) {
         return {};
     }
     QByteArray result(length, Qt::Uninitialized);
     return read(offset, result.data(), length) ? result : QByteArray();
+}
+
+QByteArrayView PagedReader::view(qint64 offset, qint64 length)
+{
+    if (length == 0 || !isInside(offset, length)) {
+        return {};
+    }
+    if (isInHead(offset, length)) {
+        return {m_head.data() + offset, length};
+    }
+    if (offset >= headSize) {
+        if (const auto *data = inPage(offset, length)) {
+            return {data, length};
+        }
+    }
+    m_gathered = bytes(offset, length);
+    return m_gathered;
 }

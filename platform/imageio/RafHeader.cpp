@@ -17,7 +17,7 @@ constexpr quint32 mostRecords = 255;
 
 ByteRange rangeAt(PagedReader &reader, qint64 at)
 {
-    const auto data = reader.bytes(at, 8);
+    const auto data = reader.view(at, 8);
     if (data.isEmpty()) {
         return {};
     }
@@ -29,7 +29,7 @@ ByteRange rangeAt(PagedReader &reader, qint64 at)
 /// The records: tag, size, content; the sizes in pixels are height, width.
 void readSensorSize(RafHeader &header, PagedReader &reader, ByteRange records)
 {
-    const auto head = reader.bytes(records.offset, 4);
+    const auto head = reader.view(records.offset, 4);
     if (records.length < 4 || head.isEmpty()) {
         return;
     }
@@ -49,6 +49,9 @@ void readSensorSize(RafHeader &header, PagedReader &reader, ByteRange records)
             header.height = height;
             header.width = width;
         }
+        if (wanted && tag == croppedSize && size >= 4) {
+            return; // the rest is far larger, and lies in further pages
+        }
         at += 4 + size;
     }
 }
@@ -57,7 +60,7 @@ void readSensorSize(RafHeader &header, PagedReader &reader, ByteRange records)
 
 std::optional<RafHeader> RafHeader::read(PagedReader &reader)
 {
-    if (reader.bytes(0, 15) != "FUJIFILMCCD-RAW") {
+    if (reader.view(0, 15) != "FUJIFILMCCD-RAW") {
         return std::nullopt;
     }
     RafHeader header;

@@ -3,6 +3,8 @@
 
 #include "platform/imageio/TiffReader.h"
 
+#include <QtEndian>
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -69,10 +71,10 @@ int elementSize(quint16 type)
 }
 
 /// The text up to its first NUL. EXIF demands ASCII; cameras of today write UTF-8.
-QString text(const QByteArray &bytes)
+QString text(QByteArrayView bytes)
 {
-    return QString::fromUtf8(bytes.constData(), static_cast<qsizetype>(qstrnlen(
-                                                    bytes.constData(), size_t(bytes.size()))));
+    return QString::fromUtf8(bytes.first(
+        static_cast<qsizetype>(qstrnlen(bytes.constData(), static_cast<size_t>(bytes.size())))));
 }
 
 } // namespace
@@ -93,7 +95,7 @@ TiffReader::TiffReader(PagedReader &reader, ByteRange range, ByteOrder order)
 std::optional<TiffReader> TiffReader::open(PagedReader &reader, ByteRange range)
 {
     TiffReader tiff(reader, range, ByteOrder::Little);
-    const auto header = tiff.bytes(0, 8);
+    const auto header = tiff.view(0, 8);
     if (header.startsWith("MM")) {
         tiff.m_order = ByteOrder::Big;
     } else if (!header.startsWith("II")) {
@@ -105,7 +107,7 @@ std::optional<TiffReader> TiffReader::open(PagedReader &reader, ByteRange range)
     }
     tiff.m_first = static_cast<qint64>(tiff.number(header.constData() + 4, 4));
     if (tiff.m_magic == bigMagic) {
-        const auto offset = tiff.bytes(8, 8);
+        const auto offset = tiff.view(8, 8);
         if (offset.isEmpty()) {
             return std::nullopt;
         }
@@ -115,22 +117,30 @@ std::optional<TiffReader> TiffReader::open(PagedReader &reader, ByteRange range)
     return tiff;
 }
 
-QByteArray TiffReader::bytes(qint64 offset, qint64 length) const
+QByteArrayView TiffReader::view(qint64 offset, qint64 length) const
 {
     if (offset < 0 || length < 0 || length > m_range.length || offset > m_range.length - length) {
         return {};
     }
-    return m_reader->bytes(m_range.offset + offset, length);
+    return m_reader->view(m_range.offset + offset, length);
 }
 
 quint64 TiffReader::number(const char *data, int size) const
 {
-    quint64 result = 0;
-    for (int index = 0; index < size; ++index) {
-        const int at = m_order == ByteOrder::Big ? index : size - 1 - index;
-        result = result << 8 | static_cast<uchar>(data[at]);
+    const auto read = [this, data]<typename Number>(Number) -> quint64 {
+        return m_order == ByteOrder::Big ? qFromBigEndian<Number>(data)
+                                         : qFromLittleEndian<Number>(data);
+    };
+    switch (size) {
+    case 1:
+        return static_cast<uchar>(*data);
+    case 2:
+        return read(quint16());
+    case 4:
+        return read(quint32());
+    default:
+        return read(quint64());
     }
-    return result;
 }
 
 TiffReader::Entry TiffReader::entry(const char *data, qint64 offset) const
@@ -151,7 +161,7 @@ std::optional<TiffReader::Directory> TiffReader::directory(qint64 offset) const
 {
     const int countSize = m_wide ? 8 : 2;
     const int entrySize = m_wide ? 20 : 12;
-    const auto head = bytes(offset, countSize);
+    const auto head = view(offset, countSize);
     if (head.isEmpty()) {
         return std::nullopt;
     }
@@ -159,17 +169,21 @@ std::optional<TiffReader::Directory> TiffReader::directory(qint64 offset) const
     if (count == 0 || count > mostEntries) {
         return std::nullopt;
     }
+    const auto first = offset + countSize;
+    const auto length = static_cast<qint64>(count) * entrySize;
+    const auto table = view(first, length);
     Directory result;
-    for (quint64 index = 0; index < count; ++index) {
-        const auto at = offset + countSize + static_cast<qint64>(index) * entrySize;
-        const auto data = bytes(at, entrySize);
+    result.entries.reserve(static_cast<qsizetype>(count));
+    for (qint64 from = 0; from < length; from += entrySize) {
+        const auto data =
+            table.isEmpty() ? view(first + from, entrySize) : table.sliced(from, entrySize);
         if (data.isEmpty()) {
             return result; // cut short: what came before it is good
         }
-        result.entries.append(entry(data.constData(), at));
+        result.entries.append(entry(data.constData(), first + from));
     }
     const int width = m_wide ? 8 : 4;
-    const auto next = bytes(offset + countSize + static_cast<qint64>(count) * entrySize, width);
+    const auto next = view(first + length, width);
     result.next = next.isEmpty() ? 0 : static_cast<qint64>(number(next.constData(), width));
     return result;
 }
@@ -221,14 +235,14 @@ QVariant TiffReader::value(const Entry &entry, Shape shape) const
     }
     if (entry.type == Ascii) {
         const auto length = static_cast<qint64>(std::min(entry.count, longestText));
-        const auto read = bytes(entry.offset, length);
+        const auto read = view(entry.offset, length);
         return read.isEmpty() ? QVariant() : QVariant(text(read));
     }
     if (entry.count > mostElements) {
         return {};
     }
     const auto count = static_cast<qint64>(entry.count);
-    const auto data = bytes(entry.offset, count * size);
+    const auto data = view(entry.offset, count * size);
     if (data.size() != count * size) {
         return {};
     }
@@ -257,8 +271,9 @@ QList<qint64> TiffReader::integers(const std::optional<Entry> &entry) const
 
 std::optional<qint64> TiffReader::integer(const std::optional<Entry> &entry) const
 {
-    const auto list = integers(entry);
-    return list.size() == 1 ? std::optional(list.first()) : std::nullopt;
+    const auto only = entry && entry->count == 1 ? value(*entry) : QVariant();
+    return only.metaType() == QMetaType::fromType<qint64>() ? std::optional(only.toLongLong())
+                                                            : std::nullopt;
 }
 
 std::optional<ByteRange> TiffReader::place(const Entry &entry) const

@@ -66,7 +66,8 @@ public:
     [[nodiscard]] std::optional<ByteRange> place(const Entry &entry) const;
 
 private:
-    [[nodiscard]] QByteArray bytes(qint64 offset, qint64 length) const;
+    /// Valid until the reader is used again.
+    [[nodiscard]] QByteArrayView view(qint64 offset, qint64 length) const;
     [[nodiscard]] quint64 number(const char *data, int size) const;
     [[nodiscard]] QVariant element(quint16 type, const char *data) const;
     [[nodiscard]] Entry entry(const char *data, qint64 offset) const;
