@@ -171,5 +171,8 @@ Properties propertiesOf(const InputFile &file)
 
 std::optional<PropertyDictionary> FileProperties::read(const InputFile &file)
 {
-    return propertiesOf(file);
+    file.setReadAhead(InputFile::ReadAhead::None);
+    auto properties = propertiesOf(file);
+    file.setReadAhead(InputFile::ReadAhead::Usual);
+    return properties;
 }

@@ -39,6 +39,12 @@ std::optional<InputFile> InputFile::open(const std::filesystem::path &path)
     return InputFile(std::move(descriptor), status.st_size);
 }
 
+void InputFile::setReadAhead(ReadAhead readAhead) const
+{
+    const int advice = readAhead == ReadAhead::None ? POSIX_FADV_RANDOM : POSIX_FADV_NORMAL;
+    ::posix_fadvise(descriptor(), 0, 0, advice); // where it is not followed, it is only slower
+}
+
 qint64 InputFile::read(qint64 offset, char *target, qint64 length) const
 {
     if (offset < 0 || offset >= m_size) {

@@ -24,6 +24,12 @@ public:
 
     [[nodiscard]] int descriptor() const { return m_descriptor.number(); }
 
+    /// Whether the system reads more than it is asked for, in the hope that it will be wanted soon,
+    /// as it does at first. A few small pieces of each of many files would make it read several
+    /// times their size from the card.
+    enum class ReadAhead { Usual, None };
+    void setReadAhead(ReadAhead readAhead) const;
+
     /// Fills @p target from @p offset on and returns the number of bytes read: fewer than
     /// @p length at the end of the file or after an error.
     qint64 read(qint64 offset, char *target, qint64 length) const;
