@@ -169,6 +169,9 @@ void AppState::dropSession()
 {
     m_now.session.reset();
     m_scannedCard.reset();
+    if (m_services.cardReads) {
+        m_services.cardReads->setRemembered(nullptr);
+    }
 }
 
 void AppState::openFound(const CardProbe &probe)
@@ -313,6 +316,7 @@ void AppState::cullItems(const ScanRun::Result &scanned)
     m_scannedCard = scanned.mark;
     m_services.pipeline->beginSelection(m_selection);
     m_services.cardReads->beginSelection(m_selection);
+    m_services.cardReads->setRemembered(scanned.metadata);
     m_now.phase = Phase::culling();
     prefetchCurrent();
 }

@@ -3,7 +3,7 @@
 
 #include "app/CardReads.h"
 
-#include "core/metadata/MetadataReading.h"
+#include "core/metadata/RememberedMetadata.h"
 #include "platform/files/FileManager.h"
 
 /// The newest item's settings should not wait behind a read that is no longer wanted.
@@ -25,11 +25,21 @@ void CardReads::beginSelection(qint64 number)
     }
 }
 
+void CardReads::setRemembered(std::shared_ptr<const RememberedMetadata> remembered)
+{
+    m_remembered = std::move(remembered);
+}
+
 QFuture<std::optional<ImageMetadata>> CardReads::metadata(const std::filesystem::path &url,
                                                           std::stop_token stop)
 {
-    auto read = [reader = m_reader, url, stop = std::move(stop)]() -> std::optional<ImageMetadata> {
-        return stop.stop_requested() ? std::nullopt : reader->read(url);
+    auto read = [reader = m_reader, remembered = m_remembered, url,
+                 stop = std::move(stop)]() -> std::optional<ImageMetadata> {
+        if (stop.stop_requested()) {
+            return std::nullopt;
+        }
+        auto known = remembered ? remembered->recall(url) : std::nullopt;
+        return known ? std::move(known) : reader->read(url);
     };
     return m_pool.run(std::move(read));
 }

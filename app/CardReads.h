@@ -17,6 +17,7 @@
 
 class FileManager;
 class MetadataReading;
+class RememberedMetadata;
 
 /// What screens read from the card besides pictures, off the main thread.
 ///
@@ -31,6 +32,10 @@ public:
     /// has not begun will bring nothing, and a card that hangs holds up no other.
     void beginSelection(qint64 number);
 
+    /// What has been read of the files already; null when there is nothing or the card is gone.
+    void setRemembered(std::shared_ptr<const RememberedMetadata> remembered);
+
+    /// The settings of the file at @p url, which is opened only when they are not remembered.
     [[nodiscard]] QFuture<std::optional<ImageMetadata>> metadata(const std::filesystem::path &url,
                                                                  std::stop_token stop);
 
@@ -42,6 +47,7 @@ public:
 private:
     std::shared_ptr<const MetadataReading> m_reader;
     std::shared_ptr<const FileManager> m_fileManager;
+    std::shared_ptr<const RememberedMetadata> m_remembered;
     RenewablePool m_pool;
     qint64 m_selection = 0;
 };

@@ -4,6 +4,7 @@
 #include "app/ScanRun.h"
 
 #include "core/card/CardScanner.h"
+#include "core/metadata/RememberedMetadata.h"
 #include "core/store/SessionStore.h"
 
 #include <QCoroFuture>
@@ -49,8 +50,11 @@ QCoro::Task<> ScanRun::run(std::filesystem::path volumeURL, QString volumeUUID,
     const QPointer self(this);
     const auto number = m_run;
     Result result;
+    // Of this run alone: one that still hangs on another card must not add to what is shown of it.
+    const auto metadata = std::make_shared<const RememberedMetadata>(m_reader);
+    result.metadata = metadata;
     const CardScan scan =
-        co_await CardScanner::scanDetached(&m_pool, volumeURL, m_fileManager, m_reader, stop);
+        co_await CardScanner::scanDetached(&m_pool, volumeURL, m_fileManager, metadata, stop);
     result.items = scan.items;
     result.mark = scan.mark;
     if (!self || number != m_run) {

@@ -17,6 +17,7 @@
 
 class FileManager;
 class MetadataReading;
+class RememberedMetadata;
 
 /// Reads a card off the main thread: what is on it, and what is kept of its culling. Only the
 /// newest run is told. Main thread only.
@@ -29,6 +30,8 @@ public:
         std::shared_ptr<const CardMark> mark = {}; ///< of the card
         QString inventoryHash = {};                ///< of the items, if there are any
         SessionKeeper::Kept kept = {};
+        /// What was read for the dates.
+        std::shared_ptr<const RememberedMetadata> metadata = {};
     };
 
     ScanRun(std::shared_ptr<const FileManager> fileManager,
