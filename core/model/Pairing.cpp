@@ -9,6 +9,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
@@ -25,9 +26,31 @@ struct Slot {
 
 using Slots = QHash<QString, Slot>;
 
-QString upperText(const std::filesystem::path &name)
+/// What a path consists of. The path's own operations make new paths, whose cost adds up.
+struct Parts {
+    explicit Parts(const std::filesystem::path &file)
+    {
+        const std::string_view path = file.native();
+        const auto slash = path.rfind('/');
+        folder = path.substr(0, slash == path.npos ? 0 : slash);
+        folderName = folder.substr(folder.rfind('/') + 1);
+        stem = path.substr(slash + 1);
+        const auto dot = stem.rfind('.');
+        if (dot != stem.npos && dot > 0 && stem != "..") {
+            extension = stem.substr(dot + 1);
+            stem = stem.substr(0, dot);
+        }
+    }
+
+    std::string_view folder;
+    std::string_view folderName;
+    std::string_view stem;
+    std::string_view extension; ///< without the dot
+};
+
+QString upperText(std::string_view name)
 {
-    return upperCased(keyText(name.native()));
+    return upperCased(keyText(name));
 }
 
 QString normalised(const QString &key)
@@ -37,9 +60,9 @@ QString normalised(const QString &key)
 
 /// Folder and stem. Only the finished key is normalised, so that files which another system named
 /// with decomposed letters meet those named with composed ones.
-QString stemKey(const std::filesystem::path &file)
+QString stemKey(const Parts &file)
 {
-    return normalised(upperText(file.parent_path().filename()) + u'/' + upperText(file.stem()));
+    return normalised(upperText(file.folderName) + u'/' + upperText(file.stem));
 }
 
 QString duplicateKey(const Slots &slots, const QString &key, const QString &extension)
@@ -53,10 +76,10 @@ QString duplicateKey(const Slots &slots, const QString &key, const QString &exte
 }
 
 /// Whether @p slot's files lie in @p folder: folders of the same name may stand in several places.
-bool liesIn(const Slot &slot, const std::filesystem::path &folder)
+bool liesIn(const Slot &slot, std::string_view folder)
 {
-    const auto elsewhere = [&folder](const Location &file) {
-        return file && file->parent_path() != folder;
+    const auto elsewhere = [folder](const Location &file) {
+        return file && Parts(*file).folder != folder;
     };
     return !elsewhere(slot.raw) && !elsewhere(slot.preview) && !elsewhere(slot.video);
 }
@@ -66,20 +89,22 @@ bool liesIn(const Slot &slot, const std::filesystem::path &folder)
 void addStill(Slots &slots, const std::filesystem::path &file, const QString &extension,
               Location Slot::*member)
 {
-    const auto key = stemKey(file);
+    const Parts parts(file);
+    const auto key = stemKey(parts);
     const auto slot = slots.constFind(key);
     const bool taken =
-        slot != slots.constEnd() && ((*slot).*member || !liesIn(*slot, file.parent_path()));
+        slot != slots.constEnd() && ((*slot).*member || !liesIn(*slot, parts.folder));
     slots[taken ? duplicateKey(slots, key, extension) : key].*member = file;
 }
 
 void addVideo(Slots &slots, const std::filesystem::path &file, const QString &extension)
 {
-    const auto key = stemKey(file) + u'.' + extension;
+    const Parts parts(file);
+    const auto key = stemKey(parts) + u'.' + extension;
     const auto videoKey = normalised(key + u"#video"_s);
     const auto slot = slots.constFind(videoKey);
-    const bool elsewhere = slot != slots.constEnd() && !liesIn(*slot, file.parent_path());
-    slots[elsewhere ? duplicateKey(slots, stemKey(file), extension) : videoKey].video = file;
+    const bool elsewhere = slot != slots.constEnd() && !liesIn(*slot, parts.folder);
+    slots[elsewhere ? duplicateKey(slots, stemKey(parts), extension) : videoKey].video = file;
 }
 
 } // namespace
@@ -112,12 +137,13 @@ const QSet<QString> &Pairing::videoExtensions()
 
 QString Pairing::extensionOf(const std::filesystem::path &file)
 {
-    return upperText(file.extension()).mid(1);
+    return upperText(Parts(file).extension);
 }
 
 QList<MediaItem> Pairing::pair(const std::vector<std::filesystem::path> &files)
 {
     Slots slots;
+    slots.reserve(static_cast<qsizetype>(files.size()));
     for (const auto &file : files) {
         const auto extension = extensionOf(file);
         if (rawExtensions().contains(extension)) {
@@ -131,9 +157,10 @@ QList<MediaItem> Pairing::pair(const std::vector<std::filesystem::path> &files)
 
     QList<MediaItem> items;
     items.reserve(slots.size());
-    for (auto slot = slots.cbegin(); slot != slots.cend(); ++slot) {
+    for (auto slot = slots.begin(); slot != slots.end(); ++slot) {
         const auto kind = slot->video ? MediaKind::video : MediaKind::photo;
-        items.append({slot.key(), kind, slot->raw, slot->preview, slot->video, std::nullopt});
+        items.append({slot.key(), kind, std::move(slot->raw), std::move(slot->preview),
+                      std::move(slot->video), std::nullopt});
     }
     std::ranges::sort(items, precedesInUnicodeOrder, &MediaItem::id);
     return items;
