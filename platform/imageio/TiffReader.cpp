@@ -173,14 +173,16 @@ std::optional<TiffReader::Directory> TiffReader::directory(qint64 offset) const
     const auto length = static_cast<qint64>(count) * entrySize;
     const auto table = view(first, length);
     Directory result;
-    result.entries.reserve(static_cast<qsizetype>(count));
+    result.entries.resize(static_cast<qsizetype>(count));
+    auto *filled = result.entries.data();
     for (qint64 from = 0; from < length; from += entrySize) {
         const auto data =
             table.isEmpty() ? view(first + from, entrySize) : table.sliced(from, entrySize);
         if (data.isEmpty()) {
+            result.entries.resize(from / entrySize);
             return result; // cut short: what came before it is good
         }
-        result.entries.append(entry(data.constData(), first + from));
+        *filled++ = entry(data.constData(), first + from);
     }
     const int width = m_wide ? 8 : 4;
     const auto next = view(first + length, width);
