@@ -7,17 +7,16 @@
 #include "app/AppState.h"
 #include "app/DirectAccess.h"
 #include "app/KeyHandler.h"
+#include "bench/Pulse.h"
 #include "core/metadata/ExifReader.h"
 #include "platform/files/PosixFileManager.h"
 #include "platform/settings/UserDefaults.h"
 #include "platform/volumes/MountedVolumes.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -41,31 +40,6 @@ public:
 
 private:
     QList<MountedVolume> m_volumes;
-};
-
-/// Beats every millisecond, and knows the longest time between two beats.
-class Pulse {
-public:
-    Pulse()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { beat(); });
-        m_timer.start(1ms);
-        m_since.start();
-    }
-
-    double longest() const { return m_longest; }
-
-private:
-    void beat()
-    {
-        m_longest = std::max(m_longest, double(m_since.nsecsElapsed()) / 1e6);
-        m_since.start();
-    }
-
-    QTimer m_timer;
-    QElapsedTimer m_since;
-    double m_longest = 0;
 };
 
 /// What a quick user does: one thing as soon as the one before is through.
