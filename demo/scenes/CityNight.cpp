@@ -57,11 +57,11 @@ Canvas Scenes::cityNight(const View &view)
                              mix(1.1F, 0.55F, near);
             for (int py = top; py <= bottom; ++py) {
                 const float y = view.sceneY(static_cast<float>(py)) - shore;
-                const auto story = static_cast<uint32_t>(y / stories);
+                const auto story = static_cast<uint32_t>(static_cast<int>(y / stories));
                 const float fy = y / stories - std::floor(y / stories);
                 for (int px = left; px <= right; ++px) {
                     const float x = view.sceneX(static_cast<float>(px)) - centre + half;
-                    const auto bay = static_cast<uint32_t>(x / bays);
+                    const auto bay = static_cast<uint32_t>(static_cast<int>(x / bays));
                     const float fx = x / bays - std::floor(x / bays);
                     Rgb light = wall * (0.8F + 0.5F * std::exp(-y * 30));
                     const float lit = Noise::hash(story * 64 + bay, id, view.seed);

@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+
 // A person under an umbrella, seen from behind; feet at the origin, one unit tall.
 static QPainterPath walker(double stride)
 {
@@ -62,7 +64,7 @@ Canvas Scenes::rainStreet(const View &view)
                                    3 * Noise::hash(static_cast<uint32_t>(6 / (side + 0.09F)), 4))) {
                 const float depth = 1 / (side + 0.05F);
                 const float bay = depth * 3.0F;
-                const float story = (y - vanishY) / side * 5.5F;
+                const float story = (y - vanishY) / std::max(side, 0.001F) * 5.5F;
                 const auto cell = static_cast<uint32_t>(bay) * 57 +
                                   static_cast<uint32_t>(story + 8) + (x < vanishX ? 0 : 9000);
                 const float fx = bay - std::floor(bay);
