@@ -12,13 +12,14 @@ if(KESTLE_SANITIZERS)
     add_compile_options(-fsanitize=${KESTLE_SANITIZERS} -fno-omit-frame-pointer
                         -fno-sanitize-recover=all)
     # Instrumented code confuses GCC's flow analysis: it takes an absent optional for a wild one.
-    add_compile_options(-Wno-maybe-uninitialized)
+    add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     add_link_options(-fsanitize=${KESTLE_SANITIZERS})
 endif()
 
-# Many tests link the same large libraries; gold takes half the time of the default linker.
+# Many tests link the same large libraries; gold takes half the time of the default linker. It warns
+# at Clang's sanitizers.
 include(CheckLinkerFlag)
 check_linker_flag(CXX -fuse-ld=gold KESTLE_HAS_GOLD)
-if(KESTLE_HAS_GOLD AND CMAKE_BUILD_TYPE STREQUAL Debug)
+if(KESTLE_HAS_GOLD AND CMAKE_BUILD_TYPE STREQUAL Debug AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     add_link_options(-fuse-ld=gold)
 endif()
