@@ -33,10 +33,11 @@ constexpr qsizetype mostDirectories = 32;
 /// Adds the stream at @p range if it is a picture that can be shown.
 void addCandidate(Candidates &candidates, PagedReader &reader, ByteRange range)
 {
-    range.length = std::min(range.length, reader.size() - range.offset);
-    if (range.offset <= 0 || range.length <= 0) {
+    // The place may be any number: the difference of some to the size would be none.
+    if (range.offset <= 0 || range.offset >= reader.size() || range.length <= 0) {
         return;
     }
+    range.length = std::min(range.length, reader.size() - range.offset);
     const auto markers = JpegMarkers::read(reader, range);
     if (markers && markers->isPicture) {
         candidates.append(

@@ -325,6 +325,21 @@ private Q_SLOTS:
         QVERIFY(decode(BoxBytes::cr3(main, exif), 2000).isNull());
     }
 
+    void aPlaceThatIsInNoFileHoldsNoPicture()
+    {
+        const auto block = "II" + number(42, 2) + number(8, 4) + directory({}, 8, 0);
+        const auto file = BoxBytes::cr3(block, block,
+                                        {.thumbnail = jpeg(plain({160, 96}, qRgb(0, 0, 255))),
+                                         .whole = jpeg(plain({800, 480}, qRgb(255, 0, 0)))});
+        const auto at = file.indexOf("co64") + 12; // behind the type, version and count
+        for (const auto *place : {"8000000000000000", "7fffffffffffffff", "ffffffffffffffff"}) {
+            auto damaged = file;
+            damaged.replace(at, 8, QByteArray::fromHex(place));
+
+            QCOMPARE(decode(damaged, 2000).size(), QSize(160, 96));
+        }
+    }
+
     void everyTruncationIsSurvivedInSilence()
     {
         auto parts = cornersDng({60, 40});
