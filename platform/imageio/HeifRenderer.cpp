@@ -9,7 +9,6 @@
 #include "platform/imageio/Resampler.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -100,7 +99,8 @@ void put(QImage &canvas, const QImage &part, QPoint corner)
 {
     const QRect whole(QPoint(0, 0), canvas.size());
     constexpr int farAway = 1 << 30;
-    if (std::abs(corner.x()) > farAway || std::abs(corner.y()) > farAway) {
+    const auto isFar = [](int place) { return place < -farAway || place > farAway; };
+    if (isFar(corner.x()) || isFar(corner.y())) {
         return;
     }
     const auto covered = QRect(corner, part.size()).intersected(whole);

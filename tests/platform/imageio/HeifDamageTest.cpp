@@ -119,6 +119,27 @@ private Q_SLOTS:
         QVERIFY(timer.elapsed() < 5000);
     }
 
+    void partsThatLieFarAwayAreNotSeen()
+    {
+        // With numbers of 32 bits: on red, 64 x 64, a part at the outermost places there are.
+        for (const auto *corner :
+             {"8000000080000000", "8000000000000000", "7fffffff7fffffff", "0000000080000000"}) {
+            const Item overlay{.id = main,
+                               .type = "iovl",
+                               .properties = {sizeProperty({64, 64})},
+                               .data = QByteArray::fromHex("0001ffff00000000ffff"
+                                                           "0000004000000040") +
+                                       QByteArray::fromHex(corner),
+                               .references = {{"dimg", {2}}}};
+
+            const auto image =
+                decode(file(main, {overlay, coded(2, plain({64, 64}, green))}), whole);
+
+            QCOMPARE(image.size(), QSize(64, 64));
+            QVERIFY(isClose(image.pixel(0, 0), red) && isClose(image.pixel(63, 63), red));
+        }
+    }
+
     void manyGridsOfGridsAreNoPicture()
     {
         QList<Item> items;
