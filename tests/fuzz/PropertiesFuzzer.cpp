@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const auto source = ImageSource::open(memory.path());
     precondition(source.has_value(), "the file is open");
     if (const auto properties = source->properties()) {
-        (void)ExifReader::metadata(*properties);
+        (void)ExifReader::metadata(*properties).exposureText();
     }
     return 0;
 }

@@ -47,6 +47,7 @@ private:
     int m_count = 0;
 };
 
+/// With a colour space of Adobe's.
 QByteArray exif(const QByteArray &thumbnail = {})
 {
     const auto note = PictureBytes::fujiNote(
@@ -56,8 +57,8 @@ QByteArray exif(const QByteArray &thumbnail = {})
         {PictureBytes::shorts(0x112, {6}), PictureBytes::text(0x10f, "Camera")},
         {PictureBytes::fraction(0x829a, 1, 250), PictureBytes::fraction(0x829d, 28, 10),
          PictureBytes::shorts(0x8827, {400}), PictureBytes::text(0x9003, "2024:03:15 10:20:30"),
-         PictureBytes::shorts(0x9214, {10, 20, 5}), PictureBytes::text(0xa434, "A lens"),
-         PictureBytes::opaque(0x927c, note)},
+         PictureBytes::shorts(0x9214, {10, 20, 5}), PictureBytes::shorts(0xa001, {2}),
+         PictureBytes::text(0xa434, "A lens"), PictureBytes::opaque(0x927c, note)},
         thumbnail);
 }
 
@@ -163,8 +164,10 @@ void addRaws(Seeds &seeds)
                                  .light = light,
                                  .preview = preview,
                                  .saysAdobeRgb = true}));
-        seeds.add(DngBytes::dng(
-            {.size = {48, 36}, .pattern = pattern, .light = light, .bitmap = corners({30, 20})}));
+        const auto withBitmap = DngBytes::dng(
+            {.size = {48, 36}, .pattern = pattern, .light = light, .bitmap = corners({264, 20})});
+        seeds.add(withBitmap);
+        seeds.add(withBitmap + '\0'); // fitted to 256 pixels, see FuzzedPicture
     }
     seeds.add(PictureBytes::raf(PictureBytes::withExif(preview, exif()), {64, 48}));
     seeds.add(PictureBytes::x3f(preview, {64, 48}));
