@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 /// Decodes fuzzed bytes as a picture.
 namespace FuzzedPicture {

@@ -5,6 +5,7 @@
 #include "core/text/FileNameText.h"
 #include "platform/checks/Precondition.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <set>
