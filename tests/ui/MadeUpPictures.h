@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <thread>
 
 /// Decoders that draw a landscape of their own for every file. Larger pictures than thumbnails can
@@ -28,6 +29,9 @@ public:
             std::this_thread::yield();
         }
         while (thumbnailsAreHeld && maxPixel == 256) {
+            std::this_thread::yield();
+        }
+        while (maxPixel != 256 && isHeld(url.filename().string())) {
             std::this_thread::yield();
         }
         if (url.string().find("BROKEN") != std::string::npos) {
@@ -57,10 +61,31 @@ public:
         return m_begun;
     }
 
+    /// Holds back the larger pictures of the file called @p name, or lets them go.
+    void hold(const std::string &name, bool held = true)
+    {
+        const std::scoped_lock lock(m_mutex);
+        held ? (void)m_held.insert(name) : (void)m_held.erase(name);
+    }
+
+    void letAllGo()
+    {
+        screensAreHeld = false;
+        thumbnailsAreHeld = false;
+        const std::scoped_lock lock(m_mutex);
+        m_held.clear();
+    }
+
     std::atomic_bool screensAreHeld = false;
     std::atomic_bool thumbnailsAreHeld = false;
 
 private:
+    [[nodiscard]] bool isHeld(const std::string &name) const
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_held.contains(name);
+    }
+
     [[nodiscard]] static QImage landscape(int hue, QSize size)
     {
         QImage image(size, QImage::Format_RGB32);
@@ -89,4 +114,5 @@ private:
 
     mutable std::mutex m_mutex;
     std::vector<std::string> m_begun;
+    std::set<std::string> m_held;
 };

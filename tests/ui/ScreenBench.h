@@ -55,8 +55,7 @@ public:
         files->scanIsHeld = false;
         files->removalIsHeld = false;
         metadata->isHeld = false;
-        pictures.screensAreHeld = false;
-        pictures.thumbnailsAreHeld = false;
+        pictures.letAllGo();
     }
 
     /// A folder that looks like a card with the files named, 100 bytes each; not mounted.
@@ -110,6 +109,14 @@ public:
     [[nodiscard]] bool has(const std::string &shot) const
     {
         return std::filesystem::exists(cardRoot / "DCIM/100_FUJI" / shot);
+    }
+
+    /// Changes the file of the card in culling called @p shot, as far as the file system tells.
+    void touch(const std::string &shot) const
+    {
+        const auto file = cardRoot / "DCIM/100_FUJI" / shot;
+        std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) -
+                                                   std::chrono::hours(1));
     }
 
 private:

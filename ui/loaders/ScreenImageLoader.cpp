@@ -35,6 +35,7 @@ void ScreenImageLoader::forgetSession()
     // Ids repeat from card to card, so nothing of another session may stay.
     dropLoading();
     m_itemID.reset();
+    setFailed(false);
     show({}, false);
     follow();
 }
@@ -56,6 +57,7 @@ void ScreenImageLoader::follow()
     }
     m_itemID = id;
     dropLoading();
+    setFailed(false);
     if (!item || item->kind == MediaKind::video) {
         show({}, false);
         return;
@@ -85,8 +87,21 @@ QCoro::Task<> ScreenImageLoader::load(MediaItem item)
     }
 
     const QImage image = co_await pipeline->screenImage(item, m_appState->screenMaxPixel(), stop);
-    if (isWanted() && !image.isNull()) {
+    if (!isWanted()) {
+        co_return;
+    }
+    if (!image.isNull()) {
         show(image, false);
+    } else if (thumbnail.isNull()) {
+        setFailed(true);
+    }
+}
+
+void ScreenImageLoader::setFailed(bool failed)
+{
+    if (m_failed != failed) {
+        m_failed = failed;
+        Q_EMIT failedChanged();
     }
 }
 

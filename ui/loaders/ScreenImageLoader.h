@@ -23,6 +23,7 @@ class ScreenImageLoader : public QObject {
     Q_PROPERTY(QImage image READ image NOTIFY imageChanged)
     Q_PROPERTY(bool hasImage READ hasImage NOTIFY imageChanged)
     Q_PROPERTY(bool isStale READ isStale NOTIFY isStaleChanged)
+    Q_PROPERTY(bool failed READ failed NOTIFY failedChanged)
 
 public:
     explicit ScreenImageLoader(QObject *parent = nullptr);
@@ -39,10 +40,14 @@ public:
     /// Whether the image is a substitute that is about to be replaced.
     [[nodiscard]] bool isStale() const { return m_isStale; }
 
+    /// Whether it turned out that the current item has no picture; what is shown is another's.
+    [[nodiscard]] bool failed() const { return m_failed; }
+
 Q_SIGNALS:
     void appStateChanged();
     void imageChanged();
     void isStaleChanged();
+    void failedChanged();
 
 private:
     void forgetSession();
@@ -50,11 +55,13 @@ private:
     void dropLoading();
     QCoro::Task<> load(MediaItem item);
     void show(const QImage &image, bool stale);
+    void setFailed(bool failed);
 
     QPointer<AppState> m_appState;
     std::optional<QString> m_itemID; ///< of the item that is shown or being loaded
     QImage m_currentImage;
     bool m_isStale = false;
+    bool m_failed = false;
     qint64 m_generation = 0;
     std::stop_source m_stop;
 };

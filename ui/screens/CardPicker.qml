@@ -32,7 +32,7 @@ Column {
             id: picker
 
             objectName: "cardPicker"
-            width: 260 - label.width - parent.spacing
+            width: Math.max(120, 260 - label.width - parent.spacing)
             name: qsTr("Card")
             model: root.appState.availableCardNames
             onActivated: index => {

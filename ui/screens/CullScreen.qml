@@ -51,9 +51,30 @@ Item {
             smoothScaling: !picture.isStale
         }
 
+        // What is shown is the picture before: nobody must take it for this item's.
+        Rectangle {
+            anchors.fill: parent
+            visible: broken.visible
+            color: Qt.rgba(0, 0, 0, 0.75)
+        }
+
+        Symbol {
+            id: broken
+
+            objectName: "brokenPicture"
+            anchors.centerIn: parent
+            visible: root.showsPhoto && !root.showsZoom && picture.failed && picture.hasImage
+            width: 56
+            height: 56
+            kind: Symbol.BrokenPicture
+            color: Look.grey
+        }
+
         Spinner {
             objectName: "spinner"
             anchors.centerIn: parent
+            width: 48
+            height: 48
             visible: root.showsPhoto && !root.showsZoom && !picture.hasImage
         }
 

@@ -17,7 +17,7 @@ Rectangle {
     // Width at the right end that the texts leave free.
     property real rightInset: 0
 
-    implicitHeight: capture.height + 16
+    implicitHeight: row.height + 16
     color: Qt.rgba(0, 0, 0, 0.6)
 
     MetadataLoader {
@@ -35,7 +35,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: Math.max(16, root.rightInset)
         anchors.verticalCenter: parent.verticalCenter
-        height: capture.height
+        height: row.height
         clip: true
 
         Row {
@@ -46,10 +46,14 @@ Rectangle {
             Row {
                 id: capture
 
+                anchors.verticalCenter: parent.verticalCenter
                 spacing: row.gap
 
                 Value {
                     objectName: "exifName"
+                    // Room for more than a name that somebody gave by hand.
+                    width: Math.min(implicitWidth, space.width / 2)
+                    elide: Text.ElideMiddle
                     text: root.displayName
                     color: Look.white
                     opacity: 1
@@ -79,6 +83,7 @@ Rectangle {
             Row {
                 id: fuji
 
+                anchors.verticalCenter: parent.verticalCenter
                 leftPadding: row.gap
                 spacing: row.gap
 
@@ -99,6 +104,7 @@ Rectangle {
     }
 
     component Value: Text {
+        anchors.verticalCenter: parent?.verticalCenter
         color: Look.white
         opacity: 0.9
         textFormat: Text.PlainText

@@ -28,6 +28,13 @@ Item {
         radius: height / 2
         color: Qt.rgba(0, 0, 0, 0.55)
 
+        // A press beside a step is not meant for what lies below.
+        MouseArea {
+            anchors.fill: parent
+            acceptedButtons: Qt.AllButtons
+            preventStealing: true
+        }
+
         Row {
             id: steps
 
@@ -39,7 +46,7 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTr("Card")
                 place: 0 - root.currentStep
-                // It ends a scan.
+                // It ends a scan; a card that cannot be culled it would call ready.
                 enabled: place !== 0 || root.kind === Phase.Scanning
                 onClicked: root.appState.backToCardScreen()
             }

@@ -14,8 +14,6 @@ T.AbstractButton {
     // Its place relative to the current step: before it below zero, after it above.
     required property int place
 
-    // The current step leads nowhere new.
-    enabled: root.place !== 0
     implicitWidth: implicitContentWidth
     implicitHeight: implicitContentHeight
     focusPolicy: Qt.NoFocus

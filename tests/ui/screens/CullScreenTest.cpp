@@ -9,6 +9,28 @@ class CullScreenTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void aSessionWithoutItemsShowsTheSpinnerOnBlack()
+    {
+        WindowBench bench;
+        const QQmlComponent component(&bench.engine, QUrl(u"qrc:/Kestle/screens/CullScreen.qml"_s));
+        const std::unique_ptr<QObject> made(
+            const_cast<QQmlComponent &>(component).createWithInitialProperties(
+                {{u"appState"_s, QVariant::fromValue(&bench.appState)},
+                 {u"width"_s, 1000},
+                 {u"height"_s, 700}}));
+        auto *const screen = qobject_cast<QQuickItem *>(made.get());
+        QVERIFY2(screen, qPrintable(component.errorString()));
+        screen->setParentItem(bench.window->contentItem());
+
+        QVERIFY(bench.find(u"spinner"_s));
+        for (const auto &absent : {u"badge"_s, u"exifBar"_s, u"brokenPicture"_s, u"zoom"_s}) {
+            QVERIFY(!bench.find(absent));
+        }
+        const auto middle = WindowBench::rectOf(bench.find(u"imageArea"_s)).center();
+        QVERIFY(WindowBench::rectOf(bench.find(u"spinner"_s)).center() == middle);
+        QCOMPARE(bench.window->grabWindow().pixelColor(60, 200), QColor(Qt::black));
+    }
+
     void thePartsLieWhereTheyBelong_data()
     {
         QTest::addColumn<QSize>("size");
@@ -82,6 +104,172 @@ private Q_SLOTS:
         QVERIFY(bench.find(u"rejectCount"_s)->property("color").value<QColor>().alphaF() < 0.7);
     }
 
+    void aRunOfCachedItemsIsSharpInEveryFrameWithoutTheSpinner()
+    {
+        WindowBench bench;
+        bench.cull(ScreenBench::shots(9));
+        for (int index = 0; index < 9; ++index) {
+            QTRY_VERIFY(!bench.pipeline.cachedScreenImage(bench.item(index)).isNull());
+        }
+        QTRY_VERIFY(bench.find(u"picture"_s)->property("smoothScaling").toBool());
+        QStringList faults;
+        const auto look = [&] {
+            const auto index = bench.appState.session()->currentIndex();
+            const auto shown = bench.find(u"picture"_s)->property("image").value<QImage>();
+            if (bench.find(u"spinner"_s) ||
+                !bench.find(u"picture"_s)->property("smoothScaling").toBool() ||
+                shown.cacheKey() !=
+                    bench.pipeline.cachedScreenImage(bench.item(index)).cacheKey()) {
+                faults.append(QString::number(index));
+            }
+        };
+        const auto watch = connect(bench.window, &QQuickWindow::beforeSynchronizing, this, look);
+        const QSignalSpy frames(bench.window, &QQuickWindow::afterRendering);
+
+        for (int step = 1; step < 9; ++step) {
+            bench.key(Qt::Key_Right);
+            const auto before = frames.size();
+            QTRY_VERIFY(frames.size() > before);
+        }
+
+        disconnect(watch);
+        QCOMPARE(faults, QStringList());
+        QCOMPARE(bench.appState.session()->currentIndex(), 8);
+    }
+
+    void anItemThatIsNotCachedIsBlurredFirstAndThenSharp()
+    {
+        WindowBench bench;
+        bench.cull(ScreenBench::shots(40));
+        QTRY_VERIFY(bench.find(u"picture"_s)->property("smoothScaling").toBool());
+        bench.pictures.screensAreHeld = true;
+
+        bench.appState.selectItem(39);
+
+        QTRY_VERIFY(!bench.find(u"picture"_s)->property("smoothScaling").toBool());
+        QCOMPARE(bench.find(u"picture"_s)->property("image").value<QImage>().width(), 256);
+        bench.letGo();
+        QTRY_VERIFY(bench.find(u"picture"_s)->property("smoothScaling").toBool());
+        QCOMPARE(bench.find(u"picture"_s)->property("image").value<QImage>().width(), 1200);
+    }
+
+    void aStepShowsItsNamePlaceAndBadgeInTheNextFrame()
+    {
+        WindowBench bench;
+        bench.cull(ScreenBench::shots(20));
+        bench.defaults.setBoolean(u"autoAdvanceOnReject"_s, false);
+        bench.key(Qt::Key_X);
+        QTRY_VERIFY(bench.find(u"badge"_s));
+        bench.pictures.screensAreHeld = true;
+        bench.pictures.thumbnailsAreHeld = true;
+        QStringList frame;
+        const auto look = [&] {
+            if (frame.isEmpty()) {
+                frame = {bench.text(u"exifName"_s), bench.text(u"position"_s),
+                         bench.find(u"badge"_s) ? u"badge"_s : u"no badge"_s};
+            }
+        };
+        const auto watch = connect(bench.window, &QQuickWindow::beforeSynchronizing, this, look);
+
+        bench.key(Qt::Key_Right);
+        QTRY_VERIFY(!frame.isEmpty());
+
+        disconnect(watch);
+        QCOMPARE(frame, QStringList({u"DSCF0002.JPG"_s, u"2 / 20"_s, u"no badge"_s}));
+    }
+
+    void aPictureThatCannotBeDecodedIsNotMistakenForTheOneBefore()
+    {
+        WindowBench bench;
+        bench.cull({"DSCF0001.JPG", "DSCF0002-BROKEN.JPG", "DSCF0003.JPG"});
+        QTRY_VERIFY(bench.find(u"picture"_s)->property("smoothScaling").toBool());
+        QVERIFY(!bench.find(u"brokenPicture"_s));
+        const auto area = WindowBench::rectOf(bench.find(u"imageArea"_s));
+        const auto corner = QPointF(area.center().x(), area.top() + 60).toPoint();
+        const auto before = bench.window->grabWindow().pixelColor(corner);
+
+        bench.key(Qt::Key_Right);
+
+        QTRY_VERIFY(bench.find(u"brokenPicture"_s));
+        QVERIFY(bench.window->grabWindow().pixelColor(corner).value() < before.value() / 2);
+        bench.key(Qt::Key_Right);
+        QTRY_VERIFY(!bench.find(u"brokenPicture"_s));
+        QTRY_COMPARE(bench.find(u"picture"_s)->property("image").value<QImage>().cacheKey(),
+                     bench.pipeline.cachedScreenImage(bench.item(2)).cacheKey());
+    }
+
+    void whatIsMissingLeavesNoGapInTheBar()
+    {
+        WindowBench bench;
+        bench.metadata->otherwise = ImageMetadata{.pixelWidth = 6240, .iso = 400};
+        bench.metadata->otherwise->fuji =
+            FujiSettings{.filmSimulation = u"Velvia"_s, .grain = u"Weak"_s};
+        bench.cull(ScreenBench::shots(1));
+        QTRY_VERIFY(bench.texts().contains(u"ISO 400"_s));
+
+        const auto rect = [&](const QString &text) {
+            return WindowBench::rectOf(bench.itemsShowing(text).value(0));
+        };
+        const auto bar = WindowBench::rectOf(bench.find(u"exifBar"_s));
+        const QStringList row = {u"DSCF0001.JPG"_s, u"ISO 400"_s, u"Velvia"_s, u"Grain Weak"_s};
+        QCOMPARE(rect(row.first()).left(), bar.left() + 16);
+        for (int place = 1; place < row.size(); ++place) {
+            QCOMPARE(rect(row.at(place)).left() - rect(row.at(place - 1)).right(), 14);
+            QCOMPARE(rect(row.at(place)).center().y(), bar.center().y());
+        }
+        QCOMPARE(bar.height(), rect(row.first()).height() + 16);
+    }
+
+    void theSettingsBeforeStayUntilTheNextOnesAreRead()
+    {
+        WindowBench bench;
+        bench.metadata->byName["DSCF0001.JPG"] = ImageMetadata{.iso = 100};
+        bench.metadata->byName["DSCF0002.JPG"] = ImageMetadata{.iso = 200};
+        bench.cull(ScreenBench::shots(2));
+        QTRY_VERIFY(bench.texts().contains(u"ISO 100"_s));
+        bench.touch("DSCF0002.JPG"); // so that it must be read again
+        bench.metadata->isHeld = true;
+        const auto reads = bench.metadata->reads.load();
+
+        bench.key(Qt::Key_Right);
+
+        QTRY_COMPARE(bench.metadata->reads.load(), reads + 1);
+        QCOMPARE(bench.text(u"exifName"_s), u"DSCF0002.JPG"_s);
+        QVERIFY(bench.texts().contains(u"ISO 100"_s));
+        bench.letGo();
+        QTRY_VERIFY(bench.texts().contains(u"ISO 200"_s));
+        QVERIFY(!bench.texts().contains(u"ISO 100"_s));
+    }
+
+    void theBarReadsAgainWhenItIsSwitchedOffAndOn()
+    {
+        WindowBench bench;
+        bench.metadata->otherwise = ImageMetadata{.iso = 100};
+        bench.cull(ScreenBench::shots(1));
+        QTRY_VERIFY(bench.texts().contains(u"ISO 100"_s));
+        bench.key(Qt::Key_I);
+        QTRY_VERIFY(!bench.find(u"exifBar"_s));
+        bench.metadata->otherwise = ImageMetadata{.iso = 3200};
+        bench.touch("DSCF0001.JPG");
+
+        bench.key(Qt::Key_I);
+
+        QTRY_VERIFY(bench.texts().contains(u"ISO 3200"_s));
+    }
+
+    void aLongFileNameLeavesHalfTheBarToTheSettings()
+    {
+        WindowBench bench;
+        const auto name = std::string(180, 'N') + ".JPG";
+        bench.metadata->otherwise = ImageMetadata{.iso = 400};
+        bench.cull({name});
+        QTRY_VERIFY(bench.texts().contains(u"ISO 400"_s));
+
+        QVERIFY(bench.find(u"exifName"_s)->width() <= 500);
+        const auto iso = WindowBench::rectOf(bench.itemsShowing(u"ISO 400"_s).value(0));
+        QVERIFY(iso.right() < WindowBench::rectOf(bench.find(u"processNav"_s)).left());
+    }
+
     void theInformationBarShowsNameAndSettings()
     {
         WindowBench bench;
@@ -131,6 +319,33 @@ private Q_SLOTS:
 
         QVERIFY(!bench.find(u"zoom"_s));
         QVERIFY(bench.find(u"poster"_s));
+    }
+
+    void fromPhotoToClipAndBackNeitherPictureNorSpinnerIsInTheWay()
+    {
+        WindowBench bench;
+        bench.cull({"DSCF0001.JPG", "DSCF0002.MOV", "DSCF0003.JPG"});
+        QTRY_VERIFY(!bench.pipeline.cachedScreenImage(bench.item(2)).isNull());
+        QTRY_VERIFY(!bench.find(u"spinner"_s));
+        QStringList seen;
+        const auto look = [&] {
+            const bool isClip = bench.appState.session()->currentIndex() == 1;
+            if (isClip && (bench.find(u"picture"_s) || !bench.find(u"poster"_s))) {
+                seen.append(u"a still picture of the clip"_s);
+            }
+            if (bench.find(u"spinner"_s)) {
+                seen.append(u"spinner"_s);
+            }
+        };
+        const auto watch = connect(bench.window, &QQuickWindow::beforeSynchronizing, this, look);
+
+        for (const auto key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_Left}) {
+            bench.key(key);
+            QTest::qWait(30);
+        }
+
+        disconnect(watch);
+        QCOMPARE(seen, QStringList());
     }
 
     void zoomIsPannedByKeysAndDragsAndStartsAnew()
@@ -229,6 +444,82 @@ private Q_SLOTS:
         QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(true));
         bench.key(Qt::Key_Return);
         QTRY_COMPARE(bench.appState.phase(), Phase::culling());
+    }
+
+    void theStepsSayWhereOneIs()
+    {
+        WindowBench bench;
+        const QColor green(0x30, 0xd1, 0x58);
+        const auto look = [&](const QString &step) {
+            const auto *const text =
+                bench.find(step)->property("contentItem").value<QQuickItem *>();
+            const auto color = text->property("color").value<QColor>();
+            return color == green               ? u"here"_s
+                   : color == QColor(Qt::white) ? QString::number(text->opacity(), 'f', 2)
+                                                : color.name();
+        };
+        const auto looks = [&] {
+            return QStringList{look(u"cardStep"_s), look(u"cullStep"_s), look(u"reviewStep"_s)};
+        };
+        QCOMPARE(looks(), QStringList({u"here"_s, u"0.30"_s, u"0.30"_s}));
+        bench.cull(ScreenBench::shots(2));
+        QCOMPARE(looks(), QStringList({u"0.70"_s, u"here"_s, u"0.30"_s}));
+        bench.key(Qt::Key_Return);
+        QTRY_COMPARE(bench.appState.phase(), Phase::review());
+        QCOMPARE(looks(), QStringList({u"0.70"_s, u"0.70"_s, u"here"_s}));
+        QCOMPARE(bench.itemsShowing(u"›"_s).size(), 2);
+        for (const auto *const separator : bench.itemsShowing(u"›"_s)) {
+            QCOMPARE(separator->property("color").value<QColor>().name(QColor::HexArgb),
+                     u"#40ffffff"_s);
+        }
+    }
+
+    void aPressBesideAStepDoesNotReachThePicture()
+    {
+        WindowBench bench;
+        bench.cull(ScreenBench::shots(2));
+        bench.key(Qt::Key_Z);
+        QTRY_VERIFY(bench.find(u"pixels"_s));
+        const auto nav = WindowBench::rectOf(bench.find(u"processNav"_s));
+        const QPoint from(qRound(nav.left()) + 3, qRound(nav.center().y()) + 2);
+
+        QTest::mousePress(bench.window, Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 10; ++step) {
+            QTest::mouseMove(bench.window, from + QPoint(-4, 6) * step);
+        }
+        QTest::mouseRelease(bench.window, Qt::LeftButton, {}, from + QPoint(-40, 60));
+
+        QCOMPARE(bench.appState.zoomPan(), QSizeF(0, 0));
+        QCOMPARE(bench.appState.phase(), Phase::culling());
+    }
+
+    void keysWorkAfterAnyClick_data()
+    {
+        QTest::addColumn<QString>("item");
+        for (const auto *const name : {"picture", "exifBar", "badge", "position", "rejectCount",
+                                       "strip", "cullStep", "processNav"}) {
+            QTest::newRow(name) << QString::fromLatin1(name);
+        }
+    }
+
+    void keysWorkAfterAnyClick()
+    {
+        QFETCH(QString, item);
+        WindowBench bench;
+        bench.cull(ScreenBench::shots(3));
+        bench.defaults.setBoolean(u"autoAdvanceOnReject"_s, false);
+        bench.key(Qt::Key_X);
+        QTRY_VERIFY(bench.find(item));
+
+        bench.click(item);
+
+        const auto index = bench.appState.session()->currentIndex();
+        bench.key(index == 2 ? Qt::Key_Left : Qt::Key_Right);
+        QVERIFY(bench.appState.session()->currentIndex() != index);
+        bench.key(Qt::Key_I);
+        QTRY_VERIFY(!bench.find(u"exifBar"_s));
+        bench.key(Qt::Key_Escape);
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(true));
     }
 
     void theMenuHasTheCommandsAndTheKeysWhileItIsOpen()
