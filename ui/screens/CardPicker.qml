@@ -45,6 +45,7 @@ Column {
     }
 
     Text {
+        objectName: "pickerHint"
         anchors.horizontalCenter: parent.horizontalCenter
         text: qsTr("⇥ Tab to switch card")
         color: Look.tertiary

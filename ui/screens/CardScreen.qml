@@ -36,6 +36,7 @@ Item {
         spacing: 24
 
         Symbol {
+            objectName: "cardSymbol"
             anchors.horizontalCenter: parent.horizontalCenter
             width: 56
             height: 56

@@ -20,6 +20,111 @@ private Q_SLOTS:
         }
     }
 
+    void theColumnIsSparseAndInTheMiddle_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("the smallest window") << QSize(1000, 700);
+        QTest::newRow("a large window") << QSize(1920, 1200);
+    }
+
+    void theColumnIsSparseAndInTheMiddle()
+    {
+        QFETCH(QSize, size);
+        WindowBench bench(size);
+        bench.appState.start();
+        bench.mountCard("ONE", ScreenBench::shots(1));
+        bench.mountCard("TWO", ScreenBench::shots(1));
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        QTRY_VERIFY(bench.find(u"picker"_s));
+
+        // From top to bottom, without touching each other, each in the middle of the width.
+        qreal above = 32; // the title strip
+        for (const auto &name : {u"cardSymbol"_s, u"title"_s, u"message"_s, u"startButton"_s,
+                                 u"cardPicker"_s, u"pickerHint"_s}) {
+            const auto *const item = bench.find(name);
+            QVERIFY2(item, qPrintable(name));
+            const auto rect = WindowBench::rectOf(item);
+            QVERIFY2(rect.top() > above, qPrintable(name));
+            above = rect.bottom();
+            if (name != u"cardPicker"_s) {
+                QVERIFY2(std::abs(rect.center().x() - size.width() / 2.0) <= 0.5, qPrintable(name));
+            }
+        }
+        QVERIFY(above < size.height());
+        QCOMPARE(bench.find(u"cardSymbol"_s)->size(), QSizeF(56, 56));
+        const auto top = WindowBench::rectOf(bench.find(u"cardSymbol"_s)).top();
+        QCOMPARE(top, size.height() - above);
+    }
+
+    void theTextsHaveTheirSizesAndShades_data()
+    {
+        QTest::addColumn<QString>("item");
+        QTest::addColumn<int>("pixels");
+        QTest::addColumn<bool>("bold");
+        QTest::addColumn<double>("shade");
+        QTest::newRow("name") << u"title"_s << 22 << true << 0.92;
+        QTest::newRow("message") << u"message"_s << 13 << false << 0.6;
+        QTest::newRow("formats") << u"formats"_s << 12 << false << 0.45;
+        QTest::newRow("hint") << u"pickerHint"_s << 10 << false << 0.45;
+    }
+
+    void theTextsHaveTheirSizesAndShades()
+    {
+        QFETCH(QString, item);
+        QFETCH(int, pixels);
+        QFETCH(bool, bold);
+        QFETCH(double, shade);
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("ONE", {"NOTES.TXT"});
+        bench.mountCard("TWO", {"NOTES.TXT"});
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        bench.key(Qt::Key_Return);
+        QTRY_COMPARE(bench.appState.phase(), Phase::noMedia());
+
+        const auto *const text = bench.find(item);
+        QVERIFY(text);
+        const auto font = text->property("font").value<QFont>();
+        const auto color = text->property("color").value<QColor>();
+        QCOMPARE(font.pixelSize(), pixels);
+        QCOMPARE(font.bold(), bold);
+        QCOMPARE(color.rgb(), qRgb(255, 255, 255));
+        QVERIFY(std::abs(color.alphaF() - shade) < 0.005);
+    }
+
+    void aVeryLongNameStaysInTheWindow()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.volumes.mount(bench.mountLater("ONE", ScreenBench::shots(1)), u"1"_s,
+                            QString(300, u'M'));
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+
+        const auto rect = WindowBench::rectOf(bench.find(u"title"_s));
+        QVERIFY(rect.left() >= 0 && rect.right() <= 1000);
+        QVERIFY(rect.height() < 40);
+    }
+
+    void aClickBesideAnOpenPickerClosesItAndGivesTheKeysBack()
+    {
+        WindowBench bench;
+        bench.appState.start();
+        bench.mountCard("ONE", ScreenBench::shots(2));
+        bench.mountCard("TWO", ScreenBench::shots(2));
+        QTRY_VERIFY(bench.find(u"cardPicker"_s));
+        bench.click(u"cardPicker"_s);
+        QTRY_VERIFY(bench.window->property("popupOpen").toBool());
+
+        QTest::mouseClick(bench.window, Qt::LeftButton, {}, QPoint(60, 600));
+
+        QTRY_VERIFY(!bench.window->property("popupOpen").toBool());
+        QCOMPARE(bench.text(u"title"_s), u"ONE"_s);
+        bench.key(Qt::Key_Tab);
+        QTRY_COMPARE(bench.text(u"title"_s), u"TWO"_s);
+        bench.key(Qt::Key_Return);
+        QTRY_COMPARE(bench.appState.phase(), Phase::culling());
+    }
+
     void aCardThatIsReadyCanBeStartedByItsButton()
     {
         WindowBench bench;
