@@ -23,7 +23,9 @@ public:
     {
         {
             const std::scoped_lock lock(m_mutex);
-            m_begun.push_back(url.filename().string() + (maxPixel == 256 ? " small" : ""));
+            m_begun.push_back(url.filename().string() + (maxPixel == 256 ? " small"
+                                                         : maxPixel      ? ""
+                                                                         : " whole"));
         }
         while (screensAreHeld && maxPixel != 256) {
             std::this_thread::yield();
@@ -54,7 +56,8 @@ public:
         return number * 47 % 360;
     }
 
-    /// What was asked for so far, in this order; "small" after the names of thumbnails.
+    /// What was asked for so far, in this order; "small" after the names of thumbnails
+    /// and "whole" after those of pictures in full resolution.
     [[nodiscard]] std::vector<std::string> begun() const
     {
         const std::scoped_lock lock(m_mutex);

@@ -370,6 +370,22 @@ private Q_SLOTS:
         QCOMPARE(bench.appState.zoomPan(), QSizeF(0, 0));
     }
 
+    void aStepOutOfTheZoomDecodesNoWholePictureOfTheNextItem()
+    {
+        WindowBench bench;
+        bench.cull(ScreenBench::shots(3));
+        bench.key(Qt::Key_Z);
+        QTRY_VERIFY(bench.find(u"pixels"_s));
+
+        bench.appState.selectItem(1);
+        QTest::qWait(50);
+
+        QVERIFY(!bench.find(u"zoom"_s));
+        const auto begun = bench.pictures.begun();
+        QVERIFY(std::ranges::find(begun, "DSCF0001.JPG whole") != begun.end());
+        QVERIFY(std::ranges::find(begun, "DSCF0002.JPG whole") == begun.end());
+    }
+
     void theStripCentresTheCurrentItem()
     {
         WindowBench bench;
