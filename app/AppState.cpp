@@ -7,6 +7,7 @@
 #include "app/CardReads.h"
 #include "core/card/DeleteEngine.h"
 #include "core/model/SharedNames.h"
+#include "core/text/FileNameText.h"
 #include "platform/checks/Precondition.h"
 #include "platform/settings/UserDefaults.h"
 #include "platform/volumes/MountedVolumes.h"
@@ -66,6 +67,9 @@ void AppState::endOperation()
             m_request.cancel();
         }
         m_now.requestingAccess = m_request.isOpen();
+        if (m_now.phase.kind != Kind::Summary) {
+            m_now.failures.clear();
+        }
         // The old session lives in it until everybody has been told.
         tellChangesSince(std::exchange(m_before, {}));
     }
@@ -92,6 +96,7 @@ void AppState::tellChangesSince(const Observed &before)
     tell(before.reviewEnlarged != m_now.reviewEnlarged, &AppState::reviewEnlargedChanged);
     tell(before.videoPlayer != m_now.videoPlayer, &AppState::videoPlayerChanged);
     tell(before.confirmingDelete != m_now.confirmingDelete, &AppState::confirmingDeleteChanged);
+    tell(before.failures != m_now.failures, &AppState::failuresChanged);
     tell(before.phase != m_now.phase, &AppState::phaseChanged);
     tell(before.canSwitchCards() != m_now.canSwitchCards(), &AppState::canSwitchCardsChanged);
 }
@@ -570,6 +575,10 @@ void AppState::finishDelete(const DeletionRun::Job &job, const DeleteResult &res
     } else {
         m_lastSnapshot.reset();
         m_sessions.forget(m_now.card->volumeUUID);
+    }
+    for (const auto &failure : result.failures) {
+        const auto place = failure.url.lexically_relative(job.volumeURL);
+        m_now.failures.append({displayText(place), failure.reason});
     }
     m_now.phase = Phase::summary(static_cast<qint64>(result.deleted.size()),
                                  static_cast<qint64>(result.failures.size()), job.keptCount);

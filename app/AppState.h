@@ -171,6 +171,9 @@ public:
 
     void setConfirmingDelete(bool confirming) { set(m_now.confirmingDelete, confirming); }
 
+    /// What the deletion left on the card, in the order of its files; empty but in the summary.
+    [[nodiscard]] const QList<FailedFile> &failures() const { return m_now.failures; }
+
     /// The only player there is; null while nothing plays. Lives until videoPlayerChanged() has
     /// been told.
     [[nodiscard]] VideoPlayer *videoPlayer() const { return m_now.videoPlayer.get(); }
@@ -235,6 +238,7 @@ Q_SIGNALS:
     void reviewSelectionChanged();
     void reviewEnlargedChanged();
     void confirmingDeleteChanged();
+    void failuresChanged();
     void videoPlayerChanged();
     void changeCountChanged();
 

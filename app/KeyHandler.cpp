@@ -51,6 +51,16 @@ bool KeyHandler::handleKey(const KeyPress &key)
     return false;
 }
 
+bool KeyHandler::pressDefaultButton(const KeyPress &key)
+{
+    if (key.keyCode != KeyPress::Return || key.command ||
+        m_appState.phase().kind != Phase::Kind::Summary) {
+        return false;
+    }
+    m_appState.closeSummary();
+    return true;
+}
+
 quint64 KeyHandler::situation() const
 {
     const auto kind = static_cast<quint64>(m_appState.phase().kind);

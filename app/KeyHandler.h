@@ -18,6 +18,10 @@ public:
     /// True when the key was consumed; any other key goes on to the window.
     [[nodiscard]] bool handleKey(const KeyPress &key);
 
+    /// Presses the screen's default button with Return, where handleKey() has not consumed it. True
+    /// when there was one.
+    [[nodiscard]] bool pressDefaultButton(const KeyPress &key);
+
     /// Another number whenever the same key may mean something else: a key that is held must not
     /// go on into a situation in which it was not pressed.
     [[nodiscard]] quint64 situation() const;

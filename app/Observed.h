@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/CardInfo.h"
+#include "app/FailedFile.h"
 #include "app/Phase.h"
 
 #include <QList>
@@ -29,6 +30,7 @@ struct Observed {
     qint64 reviewSelection = 0;
     bool reviewEnlarged = false;
     bool confirmingDelete = false;
+    QList<FailedFile> failures;
     std::shared_ptr<VideoPlayer> videoPlayer;
     qint64 changeCount = 0;
 

@@ -14,6 +14,7 @@
 #include "ui/loaders/RejectTotals.h"
 #include "ui/loaders/ScreenImageLoader.h"
 #include "ui/loaders/ThumbnailLoader.h"
+#include "ui/models/FailuresModel.h"
 #include "ui/models/RejectsModel.h"
 #include "ui/models/SessionModel.h"
 
@@ -151,6 +152,12 @@ struct ThumbnailLoaderForQml {
     Q_GADGET
     QML_FOREIGN(ThumbnailLoader)
     QML_NAMED_ELEMENT(ThumbnailLoader)
+};
+
+struct FailuresModelForQml {
+    Q_GADGET
+    QML_FOREIGN(FailuresModel)
+    QML_NAMED_ELEMENT(FailuresModel)
 };
 
 struct RejectsModelForQml {

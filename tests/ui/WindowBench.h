@@ -16,7 +16,10 @@
 class WindowBench : public ScreenBench {
 public:
     explicit WindowBench(QSize size = {1000, 700})
-        : monitor({.handleKey = [this](const KeyPress &key) { return keys.handleKey(key); },
+        : monitor({.handleKey =
+                       [this](const KeyPress &key) {
+                           return keys.handleKey(key) || keys.pressDefaultButton(key);
+                       },
                    .isPopupOpen = [this] { return window->property("popupOpen").toBool(); },
                    .situation = [this] { return keys.situation(); }})
     {

@@ -15,12 +15,6 @@ Item {
     required property real failed
     required property real kept
 
-    // No key handler takes the keys of this phase, so Return presses the default button here.
-    Keys.onReturnPressed: root.appState.closeSummary()
-    Keys.onEnterPressed: root.appState.closeSummary()
-
-    Component.onCompleted: root.forceActiveFocus()
-
     Column {
         anchors.centerIn: parent
         spacing: 16
@@ -58,6 +52,13 @@ Item {
             text: root.failed === 0 ? qsTr("Card ready to import in Photos or Lightroom.") : qsTr("Re-run the cull on this card to retry the remainder.")
             color: Look.secondary
             font.pixelSize: Look.body
+        }
+
+        FailureList {
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: root.failed !== 0
+            width: Math.min(640, root.width - 80)
+            appState: root.appState
         }
 
         PushButton {

@@ -102,7 +102,10 @@ AppState::Services KestleApp::services()
 
 KeyMonitor::Answers KestleApp::keyAnswers()
 {
-    return {.handleKey = [this](const KeyPress &key) { return m_keyHandler.handleKey(key); },
+    const auto handleKey = [this](const KeyPress &key) {
+        return m_keyHandler.handleKey(key) || m_keyHandler.pressDefaultButton(key);
+    };
+    return {.handleKey = handleKey,
             .isPopupOpen = [this] { return m_window && m_window->property("popupOpen").toBool(); },
             .situation = [this] { return m_keyHandler.situation(); }};
 }

@@ -3,6 +3,9 @@
 
 #include "tests/ui/WindowBench.h"
 
+#include <cerrno>
+#include <cstring>
+
 using namespace Qt::StringLiterals;
 
 /// The review with its confirmation, the progress and the summary.
@@ -289,6 +292,92 @@ private Q_SLOTS:
                  QColor(0xff, 0xd6, 0x0a));
         bench.click(u"doneButton"_s);
         QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(true));
+    }
+
+    void theFilesThatStayedAndTheReasonsCanBeUnfolded()
+    {
+        WindowBench bench;
+        review(bench, 2);
+        bench.files->removalsFail = true;
+        bench.appState.performDelete();
+        QTRY_VERIFY(bench.find(u"failuresButton"_s));
+        QVERIFY(!bench.find(u"failureList"_s));
+
+        bench.click(u"failuresButton"_s);
+
+        const auto reason = QString::fromLocal8Bit(std::strerror(EIO));
+        QTRY_COMPARE(bench.texts().count(reason), 2);
+        const auto texts = bench.texts();
+        QVERIFY(texts.contains(u"DCIM/100_FUJI/DSCF0001.JPG"_s));
+        QVERIFY(texts.contains(u"DCIM/100_FUJI/DSCF0002.JPG"_s));
+        const auto list = WindowBench::rectOf(bench.find(u"failureList"_s));
+        QVERIFY(list.bottom() < WindowBench::rectOf(bench.find(u"doneButton"_s)).top());
+        bench.key(Qt::Key_Return); // still what it was
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(true));
+        QVERIFY(bench.appState.failures().isEmpty());
+    }
+
+    void theFilesThatStayedCanBeUnfoldedByKeysAlone()
+    {
+        WindowBench bench;
+        review(bench, 30);
+        bench.files->removalsFail = true;
+        bench.appState.performDelete();
+        QTRY_VERIFY(bench.find(u"failuresButton"_s));
+
+        bench.key(Qt::Key_Tab);
+        bench.key(Qt::Key_Space);
+
+        QTRY_VERIFY(bench.find(u"failureList"_s));
+        const auto *const list = bench.find(u"failureList"_s);
+        QVERIFY(WindowBench::rectOf(bench.find(u"doneButton"_s)).bottom() < 700);
+        for (int press = 0; press < 40; ++press) {
+            bench.key(Qt::Key_Down);
+        }
+        QCOMPARE(list->property("contentY").toReal(),
+                 list->property("contentHeight").toReal() - list->height());
+        QTRY_VERIFY(bench.texts().contains(u"DCIM/100_FUJI/DSCF0030.JPG"_s));
+        bench.key(Qt::Key_Space);
+        QTRY_VERIFY(!bench.find(u"failureList"_s));
+        bench.key(Qt::Key_Enter);
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(true));
+    }
+
+    void aDeletionWithoutFailuresHasNoListOfThem()
+    {
+        WindowBench bench;
+        review(bench, 2);
+        bench.appState.performDelete();
+        QTRY_COMPARE(bench.text(u"counts"_s), u"Deleted 2 files, kept 1 items."_s);
+
+        QVERIFY(!bench.find(u"failuresButton"_s));
+        QVERIFY(!bench.find(u"failures"_s));
+        QCOMPARE(bench.text(u"advice"_s), u"Card ready to import in Photos or Lightroom."_s);
+        QCOMPARE(bench.find(u"outcome"_s)->property("color").value<QColor>(),
+                 QColor(0x30, 0xd1, 0x58));
+        bench.key(Qt::Key_Return);
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+    }
+
+    void returnInAMenuOverTheSummaryDoesNotCloseTheSummary()
+    {
+        WindowBench bench;
+        review(bench, 2);
+        bench.files->removalIsHeld = true;
+        bench.appState.performDelete();
+        QTRY_COMPARE(bench.appState.phase().kind, Phase::Kind::Deleting);
+        bench.click(u"menuButton"_s);
+        QTRY_VERIFY(bench.window->property("popupOpen").toBool());
+        bench.letGo();
+        QTRY_COMPARE(bench.appState.phase().kind, Phase::Kind::Summary);
+
+        bench.key(Qt::Key_Return);
+
+        QCOMPARE(bench.appState.phase().kind, Phase::Kind::Summary);
+        bench.key(Qt::Key_Escape);
+        QTRY_VERIFY(!bench.window->property("popupOpen").toBool());
+        bench.key(Qt::Key_Return);
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
     }
 
 private:
