@@ -81,6 +81,9 @@ Item {
         }
 
         onMovementStarted: scroll.stop()
+        onHeightChanged: root.revealSelection(false)
+        onCellHeightChanged: root.revealSelection(false)
+        onCountChanged: root.revealSelection(false)
 
         NumberAnimation {
             id: scroll
@@ -155,19 +158,28 @@ Item {
         target: root.appState
 
         function onReviewSelectionChanged(): void {
-            root.revealSelection();
+            root.revealSelection(true);
         }
     }
 
-    // Scrolls by the least amount that shows the whole selected cell.
-    function revealSelection(): void {
-        const top = Math.floor(root.appState.reviewSelection / grid.columns) * grid.cellHeight;
-        const bottom = top + grid.cellHeight;
-        if (top >= grid.contentY && bottom <= grid.contentY + grid.height) {
+    // Scrolls by the least amount that shows the whole selected cell: X must never rescue one that
+    // nobody sees.
+    function revealSelection(animated: bool): void {
+        const top = grid.originY + Math.floor(root.appState.reviewSelection / grid.columns) * grid.cellHeight;
+        const bottom = top + grid.cellHeight - grid.gap;
+        // Where the view is going, not where it is on its way.
+        const from = scroll.running ? scroll.to : grid.contentY;
+        const to = top < from ? top : bottom > from + grid.height ? bottom - grid.height : from;
+        if (to === from && !grid.flicking) {
             return;
         }
+        grid.cancelFlick();
         scroll.stop();
-        scroll.to = grid.originY + (top < grid.contentY ? top : bottom - grid.height);
-        scroll.start();
+        if (animated) {
+            scroll.to = to;
+            scroll.start();
+        } else {
+            grid.contentY = to;
+        }
     }
 }

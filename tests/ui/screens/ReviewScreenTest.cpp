@@ -102,7 +102,62 @@ private Q_SLOTS:
 
         const qreal cellHeight = grid->property("cellHeight").toReal();
         QTRY_COMPARE(qRound(grid->property("contentY").toReal()),
-                     qRound(12 * cellHeight - grid->height()));
+                     qRound(12 * cellHeight - 8 - grid->height()));
+    }
+
+    void aCellThatIsInSightIsNotScrolledTo()
+    {
+        WindowBench bench;
+        review(bench, 60);
+        const auto *const grid = bench.find(u"grid"_s);
+        for (int i = 0; i < 11; ++i) {
+            bench.key(Qt::Key_Down);
+        }
+        QTRY_VERIFY(!isScrolling(grid));
+        const auto place = grid->property("contentY").toReal();
+
+        bench.key(Qt::Key_Up);
+        QTest::qWait(200);
+        QCOMPARE(grid->property("contentY").toReal(), place);
+
+        for (int i = 0; i < 10; ++i) {
+            bench.key(Qt::Key_Up);
+        }
+        QTRY_COMPARE(grid->property("contentY").toReal(), 0);
+    }
+
+    void aTurnBackOnTheWayEndsWhereTheSelectionIs()
+    {
+        WindowBench bench;
+        review(bench, 60);
+        const auto *const grid = bench.find(u"grid"_s);
+        for (int i = 0; i < 11; ++i) {
+            bench.key(Qt::Key_Down);
+        }
+        for (int i = 0; i < 11; ++i) {
+            bench.key(Qt::Key_Up); // while it still scrolls down
+        }
+
+        QTest::qWait(250);
+
+        QCOMPARE(grid->property("contentY").toReal(), 0);
+    }
+
+    void theSelectionStaysInSightWhenTheWindowChanges()
+    {
+        WindowBench bench({1000, 1100});
+        review(bench, 60);
+        const auto *const grid = bench.find(u"grid"_s);
+        for (int i = 0; i < 5; ++i) {
+            bench.key(Qt::Key_Down);
+        }
+        QTest::qWait(250);
+
+        bench.window->resize(1000, 700);
+
+        QTRY_VERIFY(grid->height() < 600);
+        const auto bottom = 6 * grid->property("cellHeight").toReal() - 8;
+        QTRY_VERIFY(grid->property("contentY").toReal() + grid->height() >= bottom);
     }
 
     void rescuingTheLastSelectsTheNewLast()
@@ -392,6 +447,13 @@ private:
         bench.key(Qt::Key_Return);
         QTRY_VERIFY(bench.find(u"grid"_s));
         QTRY_VERIFY(cellsOf(bench).size() >= std::min(rejects, 10));
+    }
+
+    static bool isScrolling(const QQuickItem *grid)
+    {
+        const auto place = grid->property("contentY").toReal();
+        QTest::qWait(40);
+        return grid->property("contentY").toReal() != place;
     }
 
     /// The cells that exist, in order.
