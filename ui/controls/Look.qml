@@ -10,7 +10,7 @@ QtObject {
     id: root
 
     // The desktop's text size: a resolution of 96 dots per inch is 1.
-    readonly property real textFactor: {
+    property real textFactor: {
         const screens = Application.screens;
         const factor = screens.length > 0 ? screens[0].logicalPixelDensity * 25.4 / 96 : 1;
         return Math.min(Math.max(factor, 0.75), 3);

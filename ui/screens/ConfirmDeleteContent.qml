@@ -18,7 +18,7 @@ FocusScope {
     signal confirmed
     signal cancelled
 
-    implicitWidth: 372
+    implicitWidth: Math.max(372, buttons.implicitWidth)
     implicitHeight: column.height
 
     Accessible.role: Accessible.Dialog
@@ -61,6 +61,8 @@ FocusScope {
         }
 
         Row {
+            id: buttons
+
             anchors.horizontalCenter: parent.horizontalCenter
             spacing: 12
 

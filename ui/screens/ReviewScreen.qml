@@ -101,11 +101,16 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        height: deleteButton.height + 32
+        height: (footer.isStacked ? hints.height + 8 : 0) + deleteButton.height + 32
+
+        // Large texts or long words need a row each.
+        readonly property bool isStacked: hints.implicitWidth + deleteButton.width + 48 > footer.width
 
         Column {
+            id: hints
+
             x: 16
-            anchors.verticalCenter: parent.verticalCenter
+            y: footer.isStacked ? 16 : (parent.height - height) / 2
             spacing: 4
 
             Text {
@@ -125,7 +130,7 @@ Item {
 
             objectName: "deleteButton"
             x: parent.width - width - 16
-            anchors.verticalCenter: parent.verticalCenter
+            y: parent.height - height - 16
             destructive: true
             hasSymbol: true
             symbolKind: Symbol.Bin

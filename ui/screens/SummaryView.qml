@@ -31,6 +31,9 @@ Item {
         Text {
             objectName: "counts"
             anchors.horizontalCenter: parent.horizontalCenter
+            width: Math.min(implicitWidth, root.width - 80)
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
             text: qsTr("Deleted %1 files, kept %2 items.").arg(Numbers.plain(root.deleted)).arg(Numbers.plain(root.kept))
             color: Look.primary
             font.pixelSize: Look.title3
@@ -41,6 +44,9 @@ Item {
             objectName: "failures"
             anchors.horizontalCenter: parent.horizontalCenter
             visible: root.failed !== 0
+            width: Math.min(implicitWidth, root.width - 80)
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
             text: qsTr("%1 could not be deleted.").arg(Numbers.plain(root.failed))
             color: Look.primary
             font.pixelSize: Look.body
@@ -49,6 +55,9 @@ Item {
         Text {
             objectName: "advice"
             anchors.horizontalCenter: parent.horizontalCenter
+            width: Math.min(implicitWidth, root.width - 80)
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
             text: root.failed === 0 ? qsTr("Card ready to import in Photos or Lightroom.") : qsTr("Re-run the cull on this card to retry the remainder.")
             color: Look.secondary
             font.pixelSize: Look.body

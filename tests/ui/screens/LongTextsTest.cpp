@@ -1,0 +1,285 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tests/ui/WindowBench.h"
+
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A language whose words are 40 % longer than English ones.
+class LongWords final : public QTranslator {
+public:
+    [[nodiscard]] bool isEmpty() const override { return false; }
+
+    [[nodiscard]] QString translate(const char * /*context*/, const char *sourceText,
+                                    const char * /*disambiguation*/, int /*n*/) const override
+    {
+        QString text;
+        qsizetype owed = 0;
+        for (const auto letter : QString::fromUtf8(sourceText)) {
+            text += letter;
+            owed += letter.isLetter() ? 4 : 0;
+            if (!letter.isLetter()) {
+                continue;
+            }
+            for (; owed >= 10; owed -= 10) {
+                text += letter.toLower();
+            }
+        }
+        return text;
+    }
+};
+
+QString described(const QQuickItem *text)
+{
+    return u"“%1” (%2)"_s.arg(text->property("text").toString().left(60), text->objectName());
+}
+
+/// The part of @p item that its ancestors let through.
+QRectF visibleRect(const QQuickItem *item)
+{
+    auto rect = WindowBench::rectOf(item);
+    for (const auto *parent = item->parentItem(); parent; parent = parent->parentItem()) {
+        if (parent->clip()) {
+            rect &= WindowBench::rectOf(parent);
+        }
+    }
+    return rect;
+}
+
+qreal opacityOf(const QQuickItem *item)
+{
+    qreal opacity = 1;
+    for (; item; item = item->parentItem()) {
+        opacity *= item->opacity();
+    }
+    return opacity;
+}
+
+} // namespace
+
+/// Texts at twice the usual size, in a language of long words, in the smallest window.
+class LongTextsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY(QCoreApplication::installTranslator(&m_words)); }
+
+    void init()
+    {
+        m_bench = std::make_unique<WindowBench>();
+        QQmlComponent larger(&m_bench->engine);
+        larger.setData("import QtQml; import Kestle;"
+                       "QtObject { Component.onCompleted: Look.textFactor = 2 }",
+                       QUrl());
+        const std::unique_ptr<QObject> done(larger.create());
+        QVERIFY2(done, qPrintable(larger.errorString()));
+    }
+
+    void cleanup() { m_bench.reset(); }
+
+    void theTextsAreAsLargeAndLongAsTheTestMeans()
+    {
+        QVERIFY(m_bench->text(u"title"_s).size() >= u"Insert an SD card"_s.size() * 1.25);
+        QCOMPARE(m_bench->find(u"title"_s)->property("font").value<QFont>().pixelSize(), 44);
+    }
+
+    void waitingForACard() { expectOrder(); }
+
+    void aCardThatIsReadyAmongTwo()
+    {
+        m_bench->appState.start();
+        m_bench->mountCard("A rather long name of a card", ScreenBench::shots(1));
+        m_bench->mountCard("TWO", ScreenBench::shots(1));
+        QTRY_COMPARE(m_bench->appState.phase(), Phase::cardReady(false));
+        QTRY_VERIFY(m_bench->find(u"picker"_s));
+        expectOrder();
+    }
+
+    void aCardThatNeedsAccess()
+    {
+        m_bench->appState.start();
+        m_bench->access->closed.insert(m_bench->mountLater("CARD", ScreenBench::shots(1)));
+        m_bench->mountCard("CARD", {});
+        QTRY_COMPARE(m_bench->appState.phase(), Phase::needsAccess());
+        expectOrder();
+    }
+
+    void aCardWithoutPictures()
+    {
+        m_bench->appState.start();
+        m_bench->mountCard("CARD", {"NOTES.TXT"});
+        QTRY_COMPARE(m_bench->appState.phase(), Phase::cardReady(false));
+        m_bench->key(Qt::Key_Return);
+        QTRY_COMPARE(m_bench->appState.phase(), Phase::noMedia());
+        expectOrder();
+    }
+
+    void culling()
+    {
+        ImageMetadata meta{.pixelWidth = 6240, .pixelHeight = 4160, .aperture = 2.8, .iso = 12800};
+        meta.lensModel = u"XF100-400mmF4.5-5.6 R LM OIS WR"_s;
+        meta.fuji = FujiSettings{.filmSimulation = u"Classic Negative"_s,
+                                 .dynamicRange = u"DR400"_s,
+                                 .grain = u"Strong/Large"_s};
+        m_bench->metadata->otherwise = meta;
+        m_bench->cull(ScreenBench::shots(30));
+        m_bench->defaults.setBoolean(u"autoAdvanceOnReject"_s, false);
+        m_bench->key(Qt::Key_X);
+        QTRY_VERIFY(m_bench->texts().contains(u"ISO 12800"_s));
+        QTRY_VERIFY(m_bench->find(u"badge"_s));
+        expectOrder();
+    }
+
+    void theReview_data()
+    {
+        QTest::addColumn<int>("rejects");
+        QTest::addColumn<bool>("isLocked");
+        QTest::newRow("nothing rejected") << 0 << false;
+        QTest::newRow("some rejects") << 12 << false;
+        QTest::newRow("a locked card") << 12 << true;
+    }
+
+    void theReview()
+    {
+        QFETCH(int, rejects);
+        QFETCH(bool, isLocked);
+        review(rejects, isLocked);
+        expectOrder();
+    }
+
+    void theEnlargedReject()
+    {
+        review(3, false);
+        m_bench->key(Qt::Key_Space);
+        QTRY_VERIFY(m_bench->find(u"enlarged"_s));
+        expectOrder(m_bench->find(u"enlarged"_s));
+    }
+
+    void theQuestion()
+    {
+        review(12, false);
+        m_bench->key(Qt::Key_Return);
+        QTRY_VERIFY(m_bench->find(u"confirmTitle"_s));
+        QTest::qWait(50);
+        const auto *const content = m_bench->find(u"confirmTitle"_s)->parentItem()->parentItem();
+        expectOrder(content);
+        for (const auto &button : {u"confirmButton"_s, u"cancelButton"_s}) {
+            QVERIFY(
+                WindowBench::rectOf(content).contains(WindowBench::rectOf(m_bench->find(button))));
+        }
+        QVERIFY(content->width() < 1000 - 96);
+    }
+
+    void deletingAndItsOutcome_data()
+    {
+        QTest::addColumn<bool>("fails");
+        QTest::newRow("all well") << false;
+        QTest::newRow("failures") << true;
+    }
+
+    void deletingAndItsOutcome()
+    {
+        QFETCH(bool, fails);
+        review(3, false);
+        m_bench->files->removalIsHeld = true;
+        m_bench->files->removalsFail = fails;
+        m_bench->appState.performDelete();
+        QTRY_VERIFY(m_bench->find(u"progressText"_s));
+        expectOrder();
+        m_bench->letGo();
+        QTRY_VERIFY(m_bench->find(u"counts"_s));
+        expectOrder();
+        if (fails) {
+            m_bench->click(u"failuresButton"_s);
+            QTRY_VERIFY(m_bench->find(u"failureReason"_s));
+            expectOrder();
+        }
+    }
+
+private:
+    void review(int rejects, bool isLocked)
+    {
+        if (isLocked) {
+            m_bench->files->makeReadOnly(m_bench->mountLater("CARD", {}));
+        }
+        m_bench->cull(ScreenBench::shots(rejects + 1));
+        for (int index = 0; index < rejects; ++index) {
+            m_bench->key(Qt::Key_X);
+        }
+        m_bench->key(Qt::Key_Return);
+        QTRY_COMPARE(m_bench->appState.phase(), Phase::review());
+        QTRY_VERIFY(m_bench->find(u"deleteButton"_s));
+        QTest::qWait(50);
+    }
+
+    static void collect(const QQuickItem *parent, QList<const QQuickItem *> &texts)
+    {
+        for (const auto *child : parent->childItems()) {
+            if (!child->isVisible()) {
+                continue;
+            }
+            if (child->inherits("QQuickText") && !child->property("text").toString().isEmpty() &&
+                opacityOf(child) > 0) {
+                texts.append(child);
+            }
+            collect(child, texts);
+        }
+    }
+
+    /// No text is cut but those that are made to be, none leaves the window or its control, and no
+    /// two lie on each other.
+    void expectOrder(const QQuickItem *below = nullptr)
+    {
+        if (const auto folder = qEnvironmentVariable("KESTLE_GRABS"); !folder.isEmpty()) {
+            m_bench->window->grabWindow().save(
+                u"%1/long-%2-%3.png"_s
+                    .arg(folder, QString::fromLatin1(QTest::currentTestFunction()))
+                    .arg(++m_grabs));
+        }
+        QStringList faults;
+        QList<const QQuickItem *> texts;
+        collect(below ? below : m_bench->window->contentItem(), texts);
+        QVERIFY(!texts.isEmpty());
+        const QRectF window(QPointF(), m_bench->window->size());
+        for (const auto *text : texts) {
+            const auto rect = WindowBench::rectOf(text);
+            const bool mayElide = text->property("elide").toInt() != int(Qt::ElideNone);
+            if (!mayElide && (text->property("truncated").toBool() ||
+                              text->property("contentWidth").toReal() > text->width() + 1 ||
+                              text->property("contentHeight").toReal() > text->height() + 1)) {
+                faults.append(described(text) + u" is cut"_s);
+            }
+            const auto seen = visibleRect(text);
+            if (seen.isEmpty()) {
+                continue; // scrolled out of sight
+            }
+            if (!window.contains(rect) && seen == rect) {
+                faults.append(described(text) + u" leaves the window"_s);
+            }
+            for (const auto *parent = text->parentItem(); parent; parent = parent->parentItem()) {
+                if (parent->inherits("QQuickAbstractButton") &&
+                    !WindowBench::rectOf(parent).adjusted(-1, -1, 1, 1).contains(rect)) {
+                    faults.append(described(text) + u" leaves its button"_s);
+                }
+            }
+            for (const auto *other : texts) {
+                const auto common = visibleRect(other) & seen;
+                if (other > text && common.width() > 1 && common.height() > 1) {
+                    faults.append(described(text) + u" lies on "_s + described(other));
+                }
+            }
+        }
+        QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
+    }
+
+    LongWords m_words;
+    std::unique_ptr<WindowBench> m_bench;
+    int m_grabs = 0;
+};
+
+QTEST_MAIN(LongTextsTest)
+#include "LongTextsTest.moc"
