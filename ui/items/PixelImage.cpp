@@ -7,8 +7,6 @@
 #include <QQuickWindow>
 #include <QSGImageNode>
 
-#include <cmath>
-
 /// Large enough that a screen needs few tiles, small enough for every graphics driver.
 static constexpr int tileSide = 1024;
 
@@ -21,8 +19,20 @@ public:
 
 } // namespace
 
+/// The @p part of @p image, which is kept alive, not copied.
+static QImage view(const QImage &image, QRect part)
+{
+    if (image.depth() < 24) {
+        return image.copy(part); // its pixels may be parts of bytes, or places in a table
+    }
+    const auto *bits = image.constScanLine(part.top()) + part.left() * (image.depth() / 8);
+    const auto release = [](void *kept) { delete static_cast<QImage *>(kept); };
+    return {bits,           part.width(), part.height(),    image.bytesPerLine(),
+            image.format(), release,      new QImage(image)};
+}
+
 PixelImage::PixelImage(QQuickItem *parent)
-    : QQuickItem(parent)
+    : AlignedItem(parent)
 {
     setFlag(ItemHasContents);
     setClip(true);
@@ -61,7 +71,7 @@ void PixelImage::setPan(QSizeF pan)
 
 void PixelImage::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
-    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    AlignedItem::geometryChange(newGeometry, oldGeometry);
     update();
 }
 
@@ -70,18 +80,16 @@ void PixelImage::itemChange(ItemChange change, const ItemChangeData &data)
     if (change == ItemDevicePixelRatioHasChanged) {
         update();
     }
-    QQuickItem::itemChange(change, data);
+    AlignedItem::itemChange(change, data);
 }
 
 QRectF PixelImage::imageRect() const
 {
-    const qreal scale = window() ? window()->effectiveDevicePixelRatio() : 1;
+    const qreal scale = pixelRatio();
     const QPointF exact(width() * 0.5 - m_anchor.x() / scale + m_pan.width(),
                         height() * 0.5 - m_anchor.y() / scale + m_pan.height());
     // A corner between two pixels of the window would have every pixel resampled.
-    const QPointF inWindow = mapToScene(exact) * scale;
-    const QPointF onPixel(std::round(inWindow.x()) / scale, std::round(inWindow.y()) / scale);
-    return {mapFromScene(onPixel), QSizeF(m_image.size()) / scale};
+    return {onWholePixel(exact), inPoints(m_image.size())};
 }
 
 QSGNode *PixelImage::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
@@ -98,12 +106,14 @@ QSGNode *PixelImage::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
     if (!root) {
         root = new TileRoot;
     }
-    const qreal scale = window()->effectiveDevicePixelRatio();
+    const QSizeF pixel = inPoints({1, 1});
     const QRectF place = imageRect();
     // Cut in floating point: a picture panned far out of sight would overflow integers.
     const QRectF inView = place.intersected(boundingRect()).translated(-place.topLeft());
-    const QRect pixels =
-        QRectF(inView.topLeft() * scale, inView.size() * scale).toAlignedRect() & m_image.rect();
+    const QRect pixels = QRectF(inView.x() / pixel.width(), inView.y() / pixel.height(),
+                                inView.width() / pixel.width(), inView.height() / pixel.height())
+                             .toAlignedRect() &
+                         m_image.rect();
 
     QHash<QPoint, QSGImageNode *> shown;
     if (!inView.isEmpty() && !pixels.isEmpty()) {
@@ -117,11 +127,11 @@ QSGNode *PixelImage::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
                     tile = window()->createImageNode();
                     tile->setOwnsTexture(true);
                     tile->setFiltering(QSGTexture::Nearest);
-                    tile->setTexture(window()->createTextureFromImage(m_image.copy(part)));
+                    tile->setTexture(window()->createTextureFromImage(view(m_image, part)));
                     root->appendChildNode(tile);
                 }
-                tile->setRect({place.topLeft() + QPointF(part.topLeft()) / scale,
-                               QSizeF(part.size()) / scale});
+                const QPointF offset(part.x() * pixel.width(), part.y() * pixel.height());
+                tile->setRect({place.topLeft() + offset, inPoints(part.size())});
                 shown.insert({column, row}, tile);
             }
         }

@@ -3,14 +3,15 @@
 
 #pragma once
 
+#include "ui/items/AlignedItem.h"
+
 #include <QImage>
-#include <QQuickItem>
 
 /// Shows a bitmap at one of its pixels per pixel of the screen, never resampled.
 ///
 /// The bitmap's point `anchor` lies in the middle of the item, moved by `pan`. Only the tiles in
 /// view become textures, so a bitmap of any size can be shown.
-class PixelImage : public QQuickItem {
+class PixelImage : public AlignedItem {
     Q_OBJECT
     Q_PROPERTY(QImage image READ image WRITE setImage NOTIFY imageChanged)
     Q_PROPERTY(QPointF anchor READ anchor WRITE setAnchor NOTIFY anchorChanged)

@@ -8,10 +8,9 @@
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
-#include <QtMath>
 
 Symbol::Symbol(QQuickItem *parent)
-    : QQuickItem(parent)
+    : AlignedItem(parent)
 {
     setFlag(ItemHasContents);
 }
@@ -44,7 +43,7 @@ void Symbol::redraw()
 
 void Symbol::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
-    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    AlignedItem::geometryChange(newGeometry, oldGeometry);
     if (newGeometry.size() != oldGeometry.size()) {
         redraw();
     }
@@ -55,13 +54,13 @@ void Symbol::itemChange(ItemChange change, const ItemChangeData &data)
     if (change == ItemDevicePixelRatioHasChanged) {
         redraw();
     }
-    QQuickItem::itemChange(change, data);
+    AlignedItem::itemChange(change, data);
 }
 
 QSGNode *Symbol::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
     const qreal side = std::min(width(), height());
-    const int pixels = qCeil(side * window()->effectiveDevicePixelRatio());
+    const int pixels = qRound(side * pixelRatio());
     if (pixels < 1) {
         delete old;
         m_textureIsOld = true;
@@ -71,9 +70,10 @@ QSGNode *Symbol::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
     if (!node) {
         node = window()->createImageNode();
         node->setOwnsTexture(true);
-        node->setFiltering(QSGTexture::Linear);
         m_textureIsOld = true;
     }
+    // A pixel on a pixel, but where it is turned.
+    node->setFiltering(isOnlyMoved() ? QSGTexture::Nearest : QSGTexture::Linear);
     if (m_textureIsOld) {
         QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
@@ -85,6 +85,8 @@ QSGNode *Symbol::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
         node->setTexture(window()->createTextureFromImage(image));
         m_textureIsOld = false;
     }
-    node->setRect((width() - side) / 2, (height() - side) / 2, side, side);
+    const QSizeF shown = inPoints(QSizeF(pixels, pixels));
+    const QPointF corner((width() - shown.width()) / 2, (height() - shown.height()) / 2);
+    node->setRect({onWholePixel(corner), shown});
     return node;
 }

@@ -3,12 +3,13 @@
 
 #pragma once
 
+#include "ui/items/AlignedItem.h"
+
 #include <QColor>
-#include <QQuickItem>
 
 /// A small drawing of ours in one colour, crisp at any size and scale. Drawn into the largest
-/// square that fits, centred.
-class Symbol : public QQuickItem {
+/// square that fits, made a whole number of pixels, centred.
+class Symbol : public AlignedItem {
     Q_OBJECT
     Q_PROPERTY(Kind kind READ kind WRITE setKind NOTIFY kindChanged)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
