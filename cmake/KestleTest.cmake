@@ -21,3 +21,12 @@ endfunction()
 # Real camera files for checking, kept outside the project; tests over them are skipped without.
 set(KESTLE_SHARED_MEDIA "${PROJECT_SOURCE_DIR}/../shared/media" CACHE PATH
     "Folder of real camera files for checking; may be missing")
+
+# kestle_test_at_scales(Name scale...): further runs of a test, with so many pixels to the point.
+function(kestle_test_at_scales name)
+    foreach(scale ${ARGN})
+        kestle_test_run(${name}@${scale} ${name})
+        set_property(TEST ${name}@${scale} APPEND PROPERTY ENVIRONMENT "QT_SCALE_FACTOR=${scale}")
+        set_tests_properties(${name}@${scale} PROPERTIES LABELS window)
+    endforeach()
+endfunction()

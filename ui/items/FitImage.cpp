@@ -3,18 +3,22 @@
 
 #include "ui/items/FitImage.h"
 
+#include "ui/items/SharpNode.h"
+#include "ui/items/SharpScaling.h"
+
 #include <QCoroFuture>
 #include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
-#include <QSGRendererInterface>
 #include <QtConcurrent/qtconcurrentrun.h>
 
-/// Bitmaps up to this many pixels are scaled at once: it takes less than a frame for a whole strip.
-static constexpr qint64 pixelsScaledAtOnce = 512 * 512;
+/// A copy is made at once when bitmap and copy together have at most so many pixels.
+static constexpr qint64 pixelsScaledAtOnce = 2'500'000;
+/// Smaller ones the cards' filter, of eight by eight pixels, would not do justice.
+static constexpr qreal smallestFilteredScale = 0.5;
 
 FitImage::FitImage(QQuickItem *parent)
-    : QQuickItem(parent)
+    : AlignedItem(parent)
 {
     setFlag(ItemHasContents);
 }
@@ -77,11 +81,11 @@ void FitImage::setRadius(qreal radius)
 
 PicturePlacement FitImage::placement() const
 {
-    const qreal ratio = window() ? window()->effectiveDevicePixelRatio() : 1;
-    const auto exact = m_fillMode == FillMode::Fit
-                           ? PicturePlacement::fitting(m_image.size(), size())
-                           : PicturePlacement::cropping(m_image.size(), size());
-    return exact.onWholePixels(ratio);
+    auto place = m_fillMode == FillMode::Fit ? PicturePlacement::fitting(m_image.size(), size())
+                                             : PicturePlacement::cropping(m_image.size(), size());
+    place.target =
+        QRectF(onWholePixel(place.target.topLeft()), inPoints(place.pixelSize(pixelRatio())));
+    return place;
 }
 
 void FitImage::refresh()
@@ -92,7 +96,7 @@ void FitImage::refresh()
 
 void FitImage::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
-    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    AlignedItem::geometryChange(newGeometry, oldGeometry);
     if (newGeometry.size() != oldGeometry.size()) {
         refresh();
     }
@@ -103,7 +107,7 @@ void FitImage::itemChange(ItemChange change, const ItemChangeData &data)
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) {
         refresh();
     }
-    QQuickItem::itemChange(change, data);
+    AlignedItem::itemChange(change, data);
 }
 
 std::optional<FitImage::Copy> FitImage::neededCopy() const
@@ -111,18 +115,13 @@ std::optional<FitImage::Copy> FitImage::neededCopy() const
     if (m_image.isNull() || !window() || size().isEmpty()) {
         return std::nullopt;
     }
-    const qreal ratio = window()->effectiveDevicePixelRatio();
     const auto place = placement();
     const Copy copy{.imageKey = m_image.cacheKey(),
                     .source = place.source.toAlignedRect() & m_image.rect(),
-                    .size = (place.target.size() * ratio).toSize(),
-                    .radius = m_radius * ratio};
-    const bool isSmaller =
-        copy.size.width() < copy.source.width() || copy.size.height() < copy.source.height();
-    const bool plainlyScaled =
-        window()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
-    if (copy.size.isEmpty() || !m_smoothScaling ||
-        (m_radius <= 0 && !(plainlyScaled && isSmaller))) {
+                    .size = place.pixelSize(pixelRatio()),
+                    .radius = m_radius * pixelRatio()};
+    const bool isScaled = copy.size != copy.source.size();
+    if (!m_smoothScaling || (m_radius <= 0 && !(m_pool && isScaled))) {
         return std::nullopt;
     }
     return copy;
@@ -130,8 +129,7 @@ std::optional<FitImage::Copy> FitImage::neededCopy() const
 
 QImage FitImage::makeCopy(const QImage &image, const Copy &copy)
 {
-    const QImage scaled =
-        image.copy(copy.source).scaled(copy.size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage scaled = SharpScaling::scaled(image, copy.source, copy.size);
     if (copy.radius <= 0) {
         return scaled;
     }
@@ -158,7 +156,8 @@ void FitImage::updatePolish()
         return;
     }
     wantCopy(*copy);
-    if (qint64(copy->source.width()) * copy->source.height() <= pixelsScaledAtOnce) {
+    const auto area = [](QSize size) { return qint64(size.width()) * size.height(); };
+    if (area(copy->source.size()) + area(copy->size) <= pixelsScaledAtOnce) {
         m_copyImage = makeCopy(m_image, *copy);
         m_copy = *copy;
         update();
@@ -189,34 +188,83 @@ QCoro::Task<> FitImage::makeCopyElsewhere(Copy copy, std::stop_token stop)
     update();
 }
 
+qreal FitImage::scale(const PicturePlacement &place) const
+{
+    const QSizeF shown = place.pixelSize(pixelRatio());
+    return std::min(shown.width() / place.source.width(), shown.height() / place.source.height());
+}
+
+FitImage::Drawing FitImage::drawing(const PicturePlacement &place, bool isCopy) const
+{
+    const bool isWhole = place.source.topLeft() == place.source.topLeft().toPoint();
+    if (isWhole && place.pixelSize(pixelRatio()) == place.source.size()) {
+        return Drawing::Exact;
+    }
+    if (isCopy || !m_smoothScaling || isDrawnByProcessor()) {
+        return Drawing::Plain;
+    }
+    if (scale(place) < smallestFilteredScale) {
+        return Drawing::Mipmapped;
+    }
+    return scale(place) < 1 ? Drawing::Reduced : Drawing::Enlarged;
+}
+
 QSGNode *FitImage::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
     if (m_image.isNull() || size().isEmpty()) {
         delete old;
         return nullptr;
     }
-    auto *node = static_cast<QSGImageNode *>(old);
-    if (!node) {
-        node = window()->createImageNode();
-        node->setOwnsTexture(true);
-        m_textureKey = 0;
+    auto place = placement();
+    // A card scales the bitmap itself better than a copy that is not yet of the newest size.
+    const bool isCopy = !m_copyImage.isNull() && m_copy.imageKey == m_image.cacheKey() &&
+                        (m_copyImage.size() == place.pixelSize(pixelRatio()) || m_radius > 0 ||
+                         isDrawnByProcessor());
+    const QImage &shown = isCopy ? m_copyImage : m_image;
+    if (isCopy) {
+        place.source = shown.rect();
     }
-    // A copy of this bitmap that is not yet of the newest size is better than the bitmap itself.
-    const bool showsCopy = !m_copyImage.isNull() && m_copy.imageKey == m_image.cacheKey();
-    const QImage &shown = showsCopy ? m_copyImage : m_image;
-    const bool mipmapped = m_smoothScaling && !showsCopy;
-    if (m_textureKey != shown.cacheKey() || m_mipmapped != mipmapped) {
+    const auto drawing = this->drawing(place, isCopy);
+
+    const bool isFiltered = drawing == Drawing::Enlarged || drawing == Drawing::Reduced;
+    const bool isNew = !old || m_drawing != drawing;
+    if (isNew) {
+        delete old;
+        if (isFiltered) {
+            old = new SharpNode(drawing == Drawing::Enlarged ? SharpMaterial::Use::Enlarge
+                                                             : SharpMaterial::Use::Reduce);
+        } else {
+            auto *node = window()->createImageNode();
+            node->setOwnsTexture(true);
+            node->setFiltering(drawing == Drawing::Exact ? QSGTexture::Nearest
+                                                         : QSGTexture::Linear);
+            node->setMipmapFiltering(drawing == Drawing::Mipmapped ? QSGTexture::Linear
+                                                                   : QSGTexture::None);
+            old = node;
+        }
+        m_drawing = drawing;
+    }
+    QSGTexture *texture = nullptr;
+    if (isNew || m_textureKey != shown.cacheKey()) {
         QQuickWindow::CreateTextureOptions options;
-        options.setFlag(QQuickWindow::TextureHasMipmaps, mipmapped);
+        options.setFlag(QQuickWindow::TextureHasMipmaps, drawing == Drawing::Mipmapped);
         options.setFlag(QQuickWindow::TextureIsOpaque, !shown.hasAlphaChannel());
-        node->setTexture(window()->createTextureFromImage(shown, options));
+        texture = window()->createTextureFromImage(shown, options);
         m_textureKey = shown.cacheKey();
-        m_mipmapped = mipmapped;
     }
-    const auto place = placement();
-    node->setFiltering(QSGTexture::Linear);
-    node->setMipmapFiltering(mipmapped ? QSGTexture::Linear : QSGTexture::None);
-    node->setRect(place.target);
-    node->setSourceRect(showsCopy ? QRectF(shown.rect()) : place.source);
-    return node;
+    if (isFiltered) {
+        auto *node = static_cast<SharpNode *>(old);
+        if (texture) {
+            node->setTexture(std::unique_ptr<QSGTexture>(texture));
+        }
+        node->setPlace(place.target, place.source, pixelRatio());
+    } else {
+        auto *node = static_cast<QSGImageNode *>(old);
+        if (texture) {
+            node->setTexture(texture);
+        }
+        node->setRect(place.target);
+        node->setSourceRect(place.source);
+    }
+    return old;
 }

@@ -3,22 +3,24 @@
 
 #pragma once
 
+#include "ui/items/AlignedItem.h"
 #include "ui/items/PicturePlacement.h"
 #include "ui/items/ScalingPool.h"
 
 #include <QCoroTask>
 #include <QImage>
 #include <QPointer>
-#include <QQuickItem>
 
 #include <stop_token>
 
-/// Shows a bitmap with its aspect ratio kept, whole or filling the item.
+/// Shows a bitmap with its aspect ratio kept, whole or filling the item, on whole pixels of the
+/// window.
 ///
-/// Where the scene graph scales well (mipmaps) the bitmap is handed to it as it is. Elsewhere, and
-/// for rounded corners, a copy of exactly the shown size is made: at once for small bitmaps, on a
-/// worker thread for large ones, which are drawn plainly until it is there.
-class FitImage : public QQuickItem {
+/// High quality is a cubic filter, so that the bitmap is as sharp enlarged as it is reduced. It
+/// makes a copy of exactly the shown size: at once when that takes less than half a frame, else on
+/// a worker thread. Until that is there a graphics card filters as well, at a price for each frame,
+/// so that nobody sees the copy come; without a card the bitmap is drawn plainly.
+class FitImage : public AlignedItem {
     Q_OBJECT
     Q_PROPERTY(ScalingPool *pool READ pool WRITE setPool NOTIFY poolChanged REQUIRED)
     Q_PROPERTY(QImage image READ image WRITE setImage NOTIFY imageChanged)
@@ -34,7 +36,7 @@ public:
     explicit FitImage(QQuickItem *parent = nullptr);
     ~FitImage() override;
 
-    /// Where large copies are made; without one there are none.
+    /// Where large copies are made; without it there are none but for rounded corners.
     [[nodiscard]] ScalingPool *pool() const { return m_pool; }
 
     void setPool(ScalingPool *pool);
@@ -57,6 +59,7 @@ public:
 
     void setRadius(qreal radius);
 
+    /// Where the bitmap is drawn: its target starts and ends on whole pixels of the window.
     [[nodiscard]] PicturePlacement placement() const;
 
 Q_SIGNALS:
@@ -83,6 +86,18 @@ private:
         bool operator==(const Copy &) const = default;
     };
 
+    /// How the bitmap, or its copy, comes onto the screen.
+    enum class Drawing {
+        Exact,     ///< a pixel on a pixel
+        Plain,     ///< quickly interpolated
+        Mipmapped, ///< much reduced
+        Enlarged,  ///< by the cubic filter, as the next
+        Reduced,
+    };
+
+    /// Pixels of the window per pixel of the bitmap, in the direction that has fewer.
+    [[nodiscard]] qreal scale(const PicturePlacement &place) const;
+    [[nodiscard]] Drawing drawing(const PicturePlacement &place, bool isCopy) const;
     [[nodiscard]] static QImage makeCopy(const QImage &image, const Copy &copy);
     [[nodiscard]] std::optional<Copy> neededCopy() const;
     void wantCopy(const Copy &copy);
@@ -99,5 +114,5 @@ private:
     Copy m_wanted; ///< the newest copy that was asked for
     std::stop_source m_wantedStop;
     qint64 m_textureKey = 0;
-    bool m_mipmapped = false;
+    Drawing m_drawing = Drawing::Plain; ///< of the node
 };

@@ -3,8 +3,6 @@
 
 #include "ui/items/PicturePlacement.h"
 
-#include <cmath>
-
 static QRectF centred(QSizeF size, QSizeF area)
 {
     return {QPointF((area.width() - size.width()) / 2, (area.height() - size.height()) / 2), size};
@@ -22,12 +20,7 @@ PicturePlacement PicturePlacement::cropping(QSize picture, QSizeF area)
     return {.target = QRectF(QPointF(), area), .source = centred(shown, QSizeF(picture))};
 }
 
-PicturePlacement PicturePlacement::onWholePixels(qreal pixelRatio) const
+QSize PicturePlacement::pixelSize(qreal pixelRatio) const
 {
-    const auto snapped = [pixelRatio](qreal value) {
-        return std::round(value * pixelRatio) / pixelRatio;
-    };
-    const QPointF topLeft(snapped(target.left()), snapped(target.top()));
-    const QPointF bottomRight(snapped(target.right()), snapped(target.bottom()));
-    return {.target = QRectF(topLeft, bottomRight), .source = source};
+    return (target.size() * pixelRatio).toSize().expandedTo({1, 1});
 }

@@ -17,8 +17,8 @@ struct PicturePlacement {
     /// All of @p area filled; the picture's longer side is cut off evenly.
     [[nodiscard]] static PicturePlacement cropping(QSize picture, QSizeF area);
 
-    /// The target moved and sized to whole device pixels of @p pixelRatio per point.
-    [[nodiscard]] PicturePlacement onWholePixels(qreal pixelRatio) const;
+    /// How many pixels the target takes, at @p pixelRatio of them per point; one at least.
+    [[nodiscard]] QSize pixelSize(qreal pixelRatio) const;
 
     bool operator==(const PicturePlacement &) const = default;
 };
