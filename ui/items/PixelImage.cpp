@@ -7,12 +7,15 @@
 #include <QQuickWindow>
 #include <QSGImageNode>
 
-/// Large enough that a screen needs few tiles, small enough for every graphics driver.
-static constexpr int tileSide = 1024;
+/// Large enough that a screen needs few tiles, small enough that little is uploaded that is not
+/// in view.
+static constexpr int tileSide = 512;
 
 namespace {
 
-class TileRoot : public QSGNode {
+/// A transform, if none, because without a graphics card tiles that come later are drawn where the
+/// nearest node of a certain type says, of which a plain one is none.
+class TileRoot : public QSGTransformNode {
 public:
     QHash<QPoint, QSGImageNode *> tiles;
 };

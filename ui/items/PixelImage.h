@@ -50,6 +50,6 @@ protected:
 private:
     QImage m_image;
     QPointF m_anchor;
-    QSizeF m_pan;
+    QSizeF m_pan{0, 0}; // by default a size is invalid, and -1 each way
     bool m_tilesAreOld = false;
 };

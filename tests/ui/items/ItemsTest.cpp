@@ -8,7 +8,27 @@
 #include <QMetaEnum>
 #include <QPainter>
 #include <QQuickWindow>
+#include <QSGNode>
 #include <QTest>
+
+namespace {
+
+class CountedTiles : public PixelImage {
+public:
+    using PixelImage::PixelImage;
+
+    int tiles = 0;
+
+protected:
+    QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override
+    {
+        auto *node = PixelImage::updatePaintNode(old, data);
+        tiles = node ? node->childCount() : 0;
+        return node;
+    }
+};
+
+} // namespace
 
 /// What the items draw, looked at in a real window.
 class ItemsTest : public QObject {
@@ -193,6 +213,32 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(wrong, 0);
+    }
+
+    void onlyWhatIsInViewOfALargePictureIsUploaded()
+    {
+        QImage image(11648, 8736, QImage::Format_RGB32); // 100 megapixels
+        QVERIFY(!image.isNull());
+        image.fill(Qt::blue);
+        const QRect inView = QRect(4000, 8000, 400, 300);
+        for (int y = inView.top(); y <= inView.bottom(); ++y) {
+            auto *row = reinterpret_cast<QRgb *>(image.scanLine(y));
+            for (int x = inView.left(); x <= inView.right(); ++x) {
+                row[x] = qRgb(x & 255, y & 255, (x ^ y) & 255);
+            }
+        }
+        CountedTiles item(m_window->contentItem());
+        item.setSize({400, 300});
+        item.setAnchor({4200, 8150});
+
+        item.setImage(image);
+
+        const QImage grab = m_window->grabWindow().convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(grab, image.copy(inView));
+        QVERIFY2(item.tiles <= 4, qPrintable(QString::number(item.tiles)));
+        item.setPan({-3000, -80});
+        (void)m_window->grabWindow();
+        QVERIFY2(item.tiles <= 4, qPrintable(QString::number(item.tiles)));
     }
 
     void everySymbolDrawsSomethingWithinItsSquare()
