@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -38,6 +39,9 @@ public:
         }
         if (url.string().find("BROKEN") != std::string::npos) {
             return {};
+        }
+        if (!maxPixel && full) {
+            return full(url);
         }
         const QSize size =
             maxPixel ? fullSize.scaled(*maxPixel, *maxPixel, Qt::KeepAspectRatio) : fullSize;
@@ -79,6 +83,9 @@ public:
         m_held.clear();
     }
 
+    /// The pictures in full resolution, where they are not to be landscapes. Not to be changed
+    /// while decoders may run.
+    std::function<QImage(const std::filesystem::path &url)> full;
     std::atomic_bool screensAreHeld = false;
     std::atomic_bool thumbnailsAreHeld = false;
 

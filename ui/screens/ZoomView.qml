@@ -13,8 +13,8 @@ Rectangle {
     required property AppState appState
     required property mediaItem item
 
-    // A drag in progress.
-    readonly property size dragOffset: drag.active ? Qt.size(drag.activeTranslation.x, drag.activeTranslation.y) : Qt.size(0, 0)
+    // Of a drag in progress.
+    property size dragOffset: Qt.size(0, 0)
 
     clip: true
     color: Look.black
@@ -41,28 +41,39 @@ Rectangle {
         visible: !full.hasImage
     }
 
-    DragHandler {
+    // Not a DragHandler: that one looks at each direction by itself, and begins only beyond.
+    PointHandler {
         id: drag
 
-        property size last: Qt.size(0, 0)
+        readonly property real threshold: 10
+        property bool hasBegun: false
 
-        target: null
-        dragThreshold: 10
-        onActiveTranslationChanged: {
+        onPointChanged: {
             if (drag.active) {
-                drag.last = Qt.size(drag.activeTranslation.x, drag.activeTranslation.y);
+                drag.follow(drag.point.position.x - drag.point.pressPosition.x, drag.point.position.y - drag.point.pressPosition.y);
             }
         }
         onActiveChanged: {
-            if (drag.active) {
-                drag.last = Qt.size(0, 0);
-            } else {
-                root.appState.zoomPan = Qt.size(root.appState.zoomPan.width + drag.last.width, root.appState.zoomPan.height + drag.last.height);
+            if (!drag.active) {
+                root.endDrag();
+            }
+        }
+
+        function follow(horizontally: real, vertically: real): void {
+            drag.hasBegun = drag.hasBegun || Math.hypot(horizontally, vertically) >= drag.threshold;
+            if (drag.hasBegun) {
+                root.dragOffset = Qt.size(horizontally, vertically);
             }
         }
     }
 
     Component.onCompleted: root.unpan()
+
+    function endDrag(): void {
+        drag.hasBegun = false;
+        root.appState.zoomPan = Qt.size(root.appState.zoomPan.width + root.dragOffset.width, root.appState.zoomPan.height + root.dragOffset.height);
+        root.dragOffset = Qt.size(0, 0);
+    }
 
     // Every zoom starts unpanned.
     function unpan(): void {
