@@ -61,7 +61,7 @@ static std::shared_ptr<CardAccess> access(const std::shared_ptr<FileManager> &fi
 KestleApp::KestleApp(Extras extras)
     : m_volumes(withDesktopVolumes(std::move(extras.moreVolumes)))
     , m_defaults(UserDefaults::standardFile())
-    , m_pipeline(decoders())
+    , m_pipeline(extras.decoders ? std::move(*extras.decoders) : decoders())
     , m_fileManager(extras.fileManager ? std::move(extras.fileManager)
                                        : std::make_shared<PosixFileManager>())
     , m_reader(std::make_shared<ExifReader>())

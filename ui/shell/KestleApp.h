@@ -18,6 +18,8 @@
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 
+#include <optional>
+
 /// The application: everything there is one of, built from the bottom up. Lives in main(), after
 /// the QGuiApplication, whose name and style it sets.
 class KestleApp {
@@ -28,6 +30,8 @@ public:
         std::vector<std::unique_ptr<MountedVolumes>> moreVolumes;
         /// In place of the system's.
         std::shared_ptr<FileManager> fileManager;
+        /// In place of those that read the card's files.
+        std::optional<DecodePipeline::Decoders> decoders;
     };
 
     explicit KestleApp(Extras extras = {});
