@@ -10,6 +10,7 @@
 CullSession::CullSession(QList<MediaItem> items, const QSet<QString> &rejectedIDs,
                          qint64 currentIndex)
     : m_items(std::move(items))
+    , m_rejected(m_items.size())
 {
     m_indexOfID.reserve(m_items.size());
     for (qint64 index = 0; index < m_items.size(); ++index) {
@@ -18,8 +19,8 @@ CullSession::CullSession(QList<MediaItem> items, const QSet<QString> &rejectedID
     precondition(m_indexOfID.size() == m_items.size(), "the items of a session need unique ids");
 
     for (const auto &id : rejectedIDs) {
-        if (m_indexOfID.contains(id)) {
-            m_rejectedIDs.insert(id);
+        if (const auto row = m_indexOfID.constFind(id); row != m_indexOfID.cend()) {
+            m_rejected.flip(*row);
         }
     }
     const qint64 lastIndex = m_items.size() - 1;
@@ -39,14 +40,38 @@ bool CullSession::isAtLastItem() const
 QList<MediaItem> CullSession::rejectedItems() const
 {
     QList<MediaItem> rejected;
-    std::ranges::copy_if(m_items, std::back_inserter(rejected),
-                         [this](const MediaItem &item) { return isRejected(item); });
+    rejected.reserve(m_rejected.count());
+    for (const auto row : m_rejected.rows()) {
+        rejected.append(m_items.at(row));
+    }
     return rejected;
+}
+
+const MediaItem *CullSession::rejectedItem(qint64 index) const
+{
+    const auto row = m_rejected.at(index);
+    return row >= 0 ? &m_items.at(row) : nullptr;
+}
+
+QSet<QString> CullSession::rejectedIDs() const
+{
+    return idsOf(m_items, m_rejected);
+}
+
+QSet<QString> CullSession::idsOf(const QList<MediaItem> &items, const RejectedRows &rows)
+{
+    QSet<QString> ids;
+    ids.reserve(rows.count());
+    for (const auto row : rows.rows()) {
+        ids.insert(items.at(row).id);
+    }
+    return ids;
 }
 
 bool CullSession::isRejected(const MediaItem &item) const
 {
-    return m_rejectedIDs.contains(item.id);
+    const auto row = m_indexOfID.constFind(item.id);
+    return row != m_indexOfID.cend() && m_rejected.contains(*row);
 }
 
 bool CullSession::next()
@@ -76,12 +101,13 @@ void CullSession::jump(qint64 index)
 
 bool CullSession::toggle(const QString &id)
 {
-    if (!m_indexOfID.contains(id)) {
+    const auto row = m_indexOfID.constFind(id);
+    if (row == m_indexOfID.cend()) {
         return false;
     }
     m_undoStack.append(id);
-    reverseDecision(id);
-    return m_rejectedIDs.contains(id);
+    reverseDecision(*row);
+    return m_rejected.contains(*row);
 }
 
 bool CullSession::toggleCurrent()
@@ -95,15 +121,13 @@ bool CullSession::undo()
     if (m_undoStack.isEmpty()) {
         return false;
     }
-    const auto id = m_undoStack.takeLast();
-    reverseDecision(id);
-    m_currentIndex = m_indexOfID.value(id, m_currentIndex);
+    m_currentIndex = m_indexOfID.value(m_undoStack.takeLast());
+    reverseDecision(m_currentIndex);
     return true;
 }
 
-void CullSession::reverseDecision(const QString &id)
+void CullSession::reverseDecision(qint64 row)
 {
-    if (!m_rejectedIDs.remove(id)) {
-        m_rejectedIDs.insert(id);
-    }
+    m_rejected.flip(row);
+    m_reversals.append(row);
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/model/MediaItem.h"
+#include "core/model/RejectedRows.h"
 
 #include <QHash>
 #include <QList>
@@ -22,7 +23,14 @@ public:
 
     [[nodiscard]] const QList<MediaItem> &items() const { return m_items; }
 
-    [[nodiscard]] const QSet<QString> &rejectedIDs() const { return m_rejectedIDs; }
+    /// Spelled out anew at each call; what is asked often is asked of rejectedRows().
+    [[nodiscard]] QSet<QString> rejectedIDs() const;
+
+    /// Rows of items().
+    [[nodiscard]] const RejectedRows &rejectedRows() const { return m_rejected; }
+
+    [[nodiscard]] static QSet<QString> idsOf(const QList<MediaItem> &items,
+                                             const RejectedRows &rows);
 
     [[nodiscard]] qint64 currentIndex() const { return m_currentIndex; }
 
@@ -31,10 +39,13 @@ public:
     [[nodiscard]] bool isAtLastItem() const;
     /// In the order of items().
     [[nodiscard]] QList<MediaItem> rejectedItems() const;
+    /// The one at @p index of rejectedItems(); null when there is none. Lives as long as the
+    /// session.
+    [[nodiscard]] const MediaItem *rejectedItem(qint64 index) const;
 
-    [[nodiscard]] qint64 rejectedCount() const { return m_rejectedIDs.size(); }
+    [[nodiscard]] qint64 rejectedCount() const { return m_rejected.count(); }
 
-    [[nodiscard]] bool hasRejects() const { return !m_rejectedIDs.isEmpty(); }
+    [[nodiscard]] bool hasRejects() const { return m_rejected.count() > 0; }
 
     [[nodiscard]] bool isRejected(const MediaItem &item) const;
 
@@ -50,12 +61,17 @@ public:
     /// Takes the last toggle back and shows its item; true when there was one.
     bool undo();
 
+    /// The rows whose decision was reversed, one entry each time, the oldest first: who remembers
+    /// how many there were finds what has changed since.
+    [[nodiscard]] const QList<qint64> &reversals() const { return m_reversals; }
+
 private:
-    void reverseDecision(const QString &id);
+    void reverseDecision(qint64 row);
 
     QList<MediaItem> m_items;
     QHash<QString, qint64> m_indexOfID;
-    QSet<QString> m_rejectedIDs;
+    RejectedRows m_rejected;
     qint64 m_currentIndex = 0;
     QList<QString> m_undoStack;
+    QList<qint64> m_reversals;
 };

@@ -32,6 +32,17 @@ static QStringList idsOf(const QList<MediaItem> &list)
     return ids;
 }
 
+/// What is rejected once the decisions on @p rows have been reversed, where nothing was.
+static QSet<QString> reversed(const QList<MediaItem> &list, const QList<qint64> &rows)
+{
+    QSet<QString> rejected;
+    for (const auto row : rows) {
+        const auto &id = list.at(row).id;
+        rejected.contains(id) ? (void)rejected.remove(id) : (void)rejected.insert(id);
+    }
+    return rejected;
+}
+
 class CullSessionTest : public QObject {
     Q_OBJECT
 
@@ -231,6 +242,11 @@ private Q_SLOTS:
                 QCOMPARE(session.currentIndex(), index);
                 QCOMPARE(session.rejectedIDs(), rejected);
                 QCOMPARE(session.rejectedItems().size(), rejected.size());
+                QCOMPARE(reversed(list, session.reversals()), rejected);
+                for (qint64 number = -1; number <= session.rejectedCount(); ++number) {
+                    const auto *reject = session.rejectedItem(number);
+                    QCOMPARE(reject ? *reject : MediaItem(), session.rejectedItems().value(number));
+                }
             }
         }
     }
