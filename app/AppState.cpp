@@ -158,7 +158,7 @@ void AppState::dropCard()
     m_deletion.stop();
     dropVideoPlayer();
     m_access.reset();
-    m_lastSnapshot.reset();
+    m_lastSnapshot = {};
     m_now.card.reset();
     m_request.cancel();
     m_now.cardIsReadOnly = false;
@@ -203,7 +203,7 @@ void AppState::openCard(const CardProbe &probe)
 void AppState::selectCard(const CardProbe &probe)
 {
     ++m_selection;
-    m_lastSnapshot.reset();
+    m_lastSnapshot = {};
     m_access = probe.access;
     m_now.phase = Phase::cardReady(probe.hasSession);
 }
@@ -239,7 +239,7 @@ void AppState::openAnswered(const CardProbe &probe)
     dropVideoPlayer();
     recordChange();
     m_access.reset();
-    m_lastSnapshot.reset();
+    m_lastSnapshot = {};
     ++m_selection;
     dropSession();
     openCard(probe);
@@ -313,8 +313,9 @@ void AppState::cullItems(const ScanRun::Result &scanned)
     }
     const auto &kept = scanned.kept;
     const bool storeIsBehind = !kept.snapshot || kept.lastSaveFailed;
-    const auto resumed = storeIsBehind && m_lastSnapshot ? m_lastSnapshot : kept.snapshot;
-    const auto decisions = resumed.value_or(SessionSnapshot());
+    const auto decisions = storeIsBehind && m_lastSnapshot
+                               ? m_lastSnapshot()
+                               : kept.snapshot.value_or(SessionSnapshot());
     m_now.session =
         std::make_shared<CullSession>(scanned.items, decisions.rejectedIDs, decisions.currentIndex);
     m_inventoryHash = scanned.inventoryHash;
@@ -335,6 +336,18 @@ SessionSnapshot AppState::snapshotOf(const QSet<QString> &rejectedIDs, qint64 cu
             .savedAt = m_services.now()};
 }
 
+/// What it costs does not grow with the rejects, only with what is made of it later.
+SessionKeeper::LateSnapshot AppState::snapshotOfSession() const
+{
+    auto snapshot = snapshotOf({}, m_now.session->currentIndex());
+    return [snapshot = std::move(snapshot), items = m_now.session->items(),
+            rejected = m_now.session->rejectedRows()] {
+        auto whole = snapshot;
+        whole.rejectedIDs = CullSession::idsOf(items, rejected);
+        return whole;
+    };
+}
+
 void AppState::recordChange()
 {
     const Operation operation(*this);
@@ -342,8 +355,8 @@ void AppState::recordChange()
     ++m_now.changeCount;
     const bool isSettled = isDeleting() || m_now.phase.kind == Kind::Summary;
     if (m_now.card && m_now.session && !isSettled) {
-        m_lastSnapshot = snapshotOf(m_now.session->rejectedIDs(), m_now.session->currentIndex());
-        m_sessions.saveSoon(*m_lastSnapshot);
+        m_lastSnapshot = snapshotOfSession();
+        m_sessions.saveSoon(m_now.card->volumeUUID, m_lastSnapshot);
     }
 }
 
@@ -399,7 +412,8 @@ void AppState::undoDecision()
 QString AppState::idLookedAt() const
 {
     if (m_now.phase.kind == Kind::Review) {
-        return m_now.session->rejectedItems().value(m_now.reviewSelection).id;
+        const auto *reject = m_now.session->rejectedItem(m_now.reviewSelection);
+        return reject ? reject->id : QString();
     }
     const auto *item = m_now.session->currentItem();
     return item ? item->id : QString();
@@ -473,9 +487,8 @@ void AppState::rescueSelected()
         return;
     }
     const Operation operation(*this);
-    const auto rejected = m_now.session->rejectedItems();
-    if (m_now.reviewSelection >= 0 && m_now.reviewSelection < rejected.size()) {
-        m_now.session->toggle(rejected.at(m_now.reviewSelection).id);
+    if (const auto *reject = m_now.session->rejectedItem(m_now.reviewSelection)) {
+        m_now.session->toggle(reject->id);
         recordChange();
         clampReviewSelection();
     }
@@ -570,10 +583,11 @@ void AppState::finishDelete(const DeletionRun::Job &job, const DeleteResult &res
     const auto failed = DeleteEngine::failedItemIDs(job.rejects, result);
     const auto failedIDs = QSet<QString>(failed.begin(), failed.end()) - job.endangeredIDs;
     if (!failedIDs.isEmpty()) {
-        m_lastSnapshot = snapshotOf(failedIDs, 0);
-        m_sessions.saveNow(*m_lastSnapshot);
+        const auto left = snapshotOf(failedIDs, 0);
+        m_lastSnapshot = [left] { return left; };
+        m_sessions.saveNow(left);
     } else {
-        m_lastSnapshot.reset();
+        m_lastSnapshot = {};
         m_sessions.forget(m_now.card->volumeUUID);
     }
     for (const auto &failure : result.failures) {

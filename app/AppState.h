@@ -267,6 +267,7 @@ private:
     void cullItems(const ScanRun::Result &scanned);
     [[nodiscard]] SessionSnapshot snapshotOf(const QSet<QString> &rejectedIDs,
                                              qint64 currentIndex) const;
+    [[nodiscard]] SessionKeeper::LateSnapshot snapshotOfSession() const;
     [[nodiscard]] QString idLookedAt() const;
     void clampReviewSelection();
     void stayWithSession();
@@ -287,7 +288,7 @@ private:
     int m_operationDepth = 0;
 
     std::shared_ptr<const OpenAccess> m_access;    ///< to the card, where it needs one
-    std::optional<SessionSnapshot> m_lastSnapshot; ///< of the current selection
+    SessionKeeper::LateSnapshot m_lastSnapshot;    ///< of the current selection, if there is one
     QString m_inventoryHash;                       ///< of the session's items
     std::shared_ptr<const CardMark> m_scannedCard; ///< that the session's items are on
     qint64 m_selection = 0; ///< counts selections of a card; ids repeat between them

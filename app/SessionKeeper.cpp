@@ -101,19 +101,19 @@ void SessionKeeper::prune(int days, const QDateTime &now)
     enqueue([days, now](Desk &desk) { desk.prune(days, now); });
 }
 
-void SessionKeeper::saveSoon(const SessionSnapshot &snapshot)
+void SessionKeeper::saveSoon(const QString &volumeUUID, LateSnapshot snapshot)
 {
-    if (m_waiting && m_waiting->volumeUUID != snapshot.volumeUUID) {
+    if (m_waiting && m_waiting->volumeUUID != volumeUUID) {
         saveWaiting();
     }
-    m_waiting = snapshot;
+    m_waiting = {.volumeUUID = volumeUUID, .snapshot = std::move(snapshot)};
     m_delay.start();
 }
 
 void SessionKeeper::saveNow(const SessionSnapshot &snapshot)
 {
     dropWaiting(snapshot.volumeUUID);
-    save(snapshot);
+    save([snapshot] { return snapshot; });
 }
 
 QFuture<SessionKeeper::Kept> SessionKeeper::load(const QString &volumeUUID)
@@ -133,8 +133,8 @@ void SessionKeeper::forget(const QString &volumeUUID)
 void SessionKeeper::saveWaiting()
 {
     m_delay.stop();
-    if (const auto snapshot = std::exchange(m_waiting, std::nullopt)) {
-        save(*snapshot);
+    if (auto waiting = std::exchange(m_waiting, std::nullopt)) {
+        save(std::move(waiting->snapshot));
     }
 }
 
@@ -146,7 +146,7 @@ void SessionKeeper::dropWaiting(const QString &volumeUUID)
     }
 }
 
-void SessionKeeper::save(const SessionSnapshot &snapshot)
+void SessionKeeper::save(LateSnapshot snapshot)
 {
-    enqueue([snapshot](Desk &desk) { desk.save(snapshot); });
+    enqueue([snapshot = std::move(snapshot)](Desk &desk) { desk.save(snapshot()); });
 }

@@ -13,6 +13,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -25,6 +26,10 @@ class SessionKeeper : public QObject {
     Q_OBJECT
 
 public:
+    /// Brings a snapshot of a moment that has passed; may be called on any thread, at any time. To
+    /// spell out thousands of rejects takes a while, and most moments are never saved.
+    using LateSnapshot = std::function<SessionSnapshot()>;
+
     struct Kept {
         std::optional<SessionSnapshot> snapshot = {};
         bool lastSaveFailed = false; ///< so that the snapshot, if any, is older than that save
@@ -43,7 +48,7 @@ public:
     void prune(int days, const QDateTime &now);
 
     /// In place of a save of the same card that still waits; one of another card is done at once.
-    void saveSoon(const SessionSnapshot &snapshot);
+    void saveSoon(const QString &volumeUUID, LateSnapshot snapshot);
 
     /// In place of a save of the same card that still waits.
     void saveNow(const SessionSnapshot &snapshot);
@@ -63,10 +68,15 @@ private:
 
     void saveWaiting();
     void dropWaiting(const QString &volumeUUID);
-    void save(const SessionSnapshot &snapshot);
+    void save(LateSnapshot snapshot);
+
+    struct Waiting {
+        QString volumeUUID;
+        LateSnapshot snapshot;
+    };
 
     std::shared_ptr<Desk> m_desk;
-    std::optional<SessionSnapshot> m_waiting;
+    std::optional<Waiting> m_waiting;
     QTimer m_delay{this};
     QThreadPool m_queue{this};
 };

@@ -282,8 +282,10 @@ private Q_SLOTS:
     {
         makeOpener(1min);
         const auto one = card("ONE", HasDCIM);
-        m_sessions->saveSoon(
-            {.volumeUUID = one.volumeUUID, .savedAt = QDateTime::currentDateTime()});
+        m_sessions->saveSoon(one.volumeUUID, [one] {
+            return SessionSnapshot{.volumeUUID = one.volumeUUID,
+                                   .savedAt = QDateTime::currentDateTime()};
+        });
 
         m_opener->ask(one);
         QTRY_COMPARE(m_told, QStringList(u"answered ONE, resumable"_s));

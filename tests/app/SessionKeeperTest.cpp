@@ -29,7 +29,7 @@ private Q_SLOTS:
     {
         begin(300ms);
         for (int index = 1; index <= 10; ++index) {
-            m_keeper->saveSoon(snapshot(u"A"_s, index));
+            saveSoon(u"A"_s, index);
         }
         QVERIFY(!kept(u"A"_s));
 
@@ -37,14 +37,29 @@ private Q_SLOTS:
         QCOMPARE(*kept(u"A"_s), snapshot(u"A"_s, 10));
     }
 
+    void aMomentThatIsNeverSavedIsNotSpelledOut()
+    {
+        begin(100ms);
+        std::atomic_int spelledOut = 0;
+        for (int index = 1; index <= 10; ++index) {
+            m_keeper->saveSoon(u"A"_s, [&, moment = snapshot(u"A"_s, index)] {
+                ++spelledOut;
+                return moment;
+            });
+        }
+
+        QTRY_COMPARE(kept(u"A"_s), snapshot(u"A"_s, 10));
+        QCOMPARE(spelledOut, 1);
+    }
+
     void eachChangePutsTheSaveOff()
     {
         begin(400ms);
-        m_keeper->saveSoon(snapshot(u"A"_s, 1));
+        saveSoon(u"A"_s, 1);
         auto *delay = m_keeper->findChild<QTimer *>();
         QTRY_VERIFY(delay->remainingTime() < 300);
 
-        m_keeper->saveSoon(snapshot(u"A"_s, 2));
+        saveSoon(u"A"_s, 2);
 
         QVERIFY(delay->remainingTime() > 300);
     }
@@ -52,9 +67,9 @@ private Q_SLOTS:
     void aChangeOfAnotherCardSavesTheWaitingOneAtOnce()
     {
         begin(1h);
-        m_keeper->saveSoon(snapshot(u"A"_s, 1));
+        saveSoon(u"A"_s, 1);
 
-        m_keeper->saveSoon(snapshot(u"B"_s, 2));
+        saveSoon(u"B"_s, 2);
 
         QTRY_COMPARE(kept(u"A"_s), snapshot(u"A"_s, 1));
         QVERIFY(!kept(u"B"_s));
@@ -63,7 +78,7 @@ private Q_SLOTS:
     void loadingSavesTheWaitingOneOfThatCardFirst()
     {
         begin(1h);
-        m_keeper->saveSoon(snapshot(u"A"_s, 1));
+        saveSoon(u"A"_s, 1);
 
         QVERIFY(!loaded(u"B"_s).snapshot);
         QVERIFY(!kept(u"A"_s));
@@ -76,7 +91,7 @@ private Q_SLOTS:
     void savingAtOnceTakesThePlaceOfTheWaitingOne()
     {
         begin(50ms);
-        m_keeper->saveSoon(snapshot(u"A"_s, 1));
+        saveSoon(u"A"_s, 1);
 
         m_keeper->saveNow(snapshot(u"A"_s, 2));
 
@@ -88,7 +103,7 @@ private Q_SLOTS:
     void savingAtOnceLeavesTheWaitingOneOfAnotherCardAlone()
     {
         begin(1h);
-        m_keeper->saveSoon(snapshot(u"A"_s, 1));
+        saveSoon(u"A"_s, 1);
 
         m_keeper->saveNow(snapshot(u"B"_s, 2));
 
@@ -101,7 +116,7 @@ private Q_SLOTS:
     {
         begin(50ms);
         m_keeper->saveNow(snapshot(u"A"_s, 1));
-        m_keeper->saveSoon(snapshot(u"A"_s, 2));
+        saveSoon(u"A"_s, 2);
 
         m_keeper->forget(u"A"_s);
 
@@ -154,7 +169,7 @@ private Q_SLOTS:
     {
         begin(1h);
         m_keeper->saveNow(snapshot(u"A"_s, 1));
-        m_keeper->saveSoon(snapshot(u"B"_s, 2));
+        saveSoon(u"B"_s, 2);
 
         m_keeper.reset();
 
@@ -186,6 +201,11 @@ private:
                 .rejectedIDs = {u"100_FUJI/DSCF%1"_s.arg(index)},
                 .currentIndex = index,
                 .savedAt = m_now};
+    }
+
+    void saveSoon(const QString &uuid, qint64 index)
+    {
+        m_keeper->saveSoon(uuid, [moment = snapshot(uuid, index)] { return moment; });
     }
 
     std::optional<SessionSnapshot> kept(const QString &uuid) const
