@@ -31,54 +31,82 @@ void RejectTotals::setAppState(AppState *appState)
     }
     m_appState = appState;
     if (appState) {
-        connect(appState, &AppState::sessionChanged, this, &RejectTotals::forgetSession);
-        connect(appState, &AppState::changeCountChanged, this, &RejectTotals::update);
+        connect(appState, &AppState::sessionChanged, this, &RejectTotals::replaceSession);
+        connect(appState, &AppState::changeCountChanged, this, &RejectTotals::followChanges);
     }
-    forgetSession();
+    replaceSession();
     Q_EMIT appStateChanged();
 }
 
-void RejectTotals::forgetSession()
+static qint64 filesOf(const MediaItem &item)
+{
+    return (item.rawURL ? 1 : 0) + (item.previewURL ? 1 : 0) + (item.videoURL ? 1 : 0);
+}
+
+void RejectTotals::replaceSession()
 {
     ++m_generation;
     m_stop.request_stop();
     m_stop = std::stop_source();
     m_sizes.clear();
-    m_asked.clear();
-    update();
+    const auto *session = m_appState ? m_appState->session() : nullptr;
+    m_items = session ? session->items() : QList<MediaItem>();
+    m_rejected = session ? session->rejectedRows() : RejectedRows();
+    m_reversals = session ? session->reversals().size() : 0;
+    countAll();
+    tell();
 }
 
-QList<MediaItem> RejectTotals::rejects() const
+void RejectTotals::followChanges()
 {
     const auto *session = m_appState ? m_appState->session() : nullptr;
-    return session ? session->rejectedItems() : QList<MediaItem>();
-}
-
-QString RejectTotals::sizeTextOf(const QList<MediaItem> &rejects) const
-{
-    qint64 bytes = 0;
-    for (const auto &item : rejects) {
-        const auto size = m_sizes.constFind(item.id);
-        if (size == m_sizes.cend()) {
-            return u"…"_s;
-        }
-        bytes += *size;
+    if (!session || !session->items().isSharedWith(m_items)) {
+        return; // another session is about to be told
     }
-    return byteCountText(bytes);
-}
-
-void RejectTotals::update()
-{
-    const auto items = rejects();
-    QList<MediaItem> unasked;
-    Totals now{.itemCount = items.size(), .fileCount = 0, .sizeText = sizeTextOf(items)};
-    for (const auto &item : items) {
-        now.fileCount += static_cast<qint64>(item.allURLs().size());
-        if (!m_asked.contains(item.id)) {
-            m_asked.insert(item.id);
-            unasked.append(item);
+    const auto wanted = session->rejectedRows();
+    const auto reversals = session->reversals();
+    for (auto known = std::exchange(m_reversals, reversals.size()); known < m_reversals; ++known) {
+        const auto row = reversals.at(known);
+        if (m_rejected.contains(row) != wanted.contains(row)) {
+            m_rejected.flip(row);
+            count(row, wanted.contains(row));
         }
     }
+    tell();
+}
+
+void RejectTotals::countAll()
+{
+    m_files = 0;
+    m_bytes = 0;
+    m_sizesOnTheirWay = 0;
+    for (const auto row : m_rejected.rows()) {
+        count(row, true);
+    }
+}
+
+void RejectTotals::count(qint64 row, bool rejected)
+{
+    const auto &item = m_items.at(row);
+    const qint64 sign = rejected ? 1 : -1;
+    m_files += sign * filesOf(item);
+    auto size = m_sizes.constFind(item.id);
+    if (size == m_sizes.cend()) {
+        size = m_sizes.insert(item.id, std::nullopt);
+        m_unasked.append(item);
+    }
+    if (*size) {
+        m_bytes += sign * **size;
+    } else {
+        m_sizesOnTheirWay += sign;
+    }
+}
+
+void RejectTotals::tell()
+{
+    const Totals now{.itemCount = m_rejected.count(),
+                     .fileCount = m_files,
+                     .sizeText = m_sizesOnTheirWay > 0 ? u"…"_s : byteCountText(m_bytes)};
     const Totals before = std::exchange(m_now, now);
     if (before.itemCount != now.itemCount) {
         Q_EMIT itemCountChanged();
@@ -89,8 +117,8 @@ void RejectTotals::update()
     if (before.sizeText != now.sizeText) {
         Q_EMIT sizeTextChanged();
     }
-    if (!unasked.isEmpty()) {
-        ask(unasked, m_stop.get_token());
+    if (!m_unasked.isEmpty()) {
+        ask(std::exchange(m_unasked, {}), m_stop.get_token());
     }
 }
 
@@ -104,6 +132,9 @@ QCoro::Task<> RejectTotals::ask(QList<MediaItem> items, std::stop_token stop)
     if (!self || generation != m_generation) {
         co_return;
     }
-    m_sizes.insert(sizes);
-    update();
+    for (auto size = sizes.cbegin(); size != sizes.cend(); ++size) {
+        m_sizes.insert(size.key(), size.value());
+    }
+    countAll();
+    tell();
 }

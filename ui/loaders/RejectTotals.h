@@ -50,15 +50,22 @@ private:
         QString sizeText;
     };
 
-    void forgetSession();
-    void update();
+    void replaceSession();
+    void followChanges();
+    void countAll();
+    void count(qint64 row, bool rejected);
+    void tell();
     QCoro::Task<> ask(QList<MediaItem> items, std::stop_token stop);
-    [[nodiscard]] QList<MediaItem> rejects() const;
-    [[nodiscard]] QString sizeTextOf(const QList<MediaItem> &rejects) const;
 
     QPointer<AppState> m_appState;
-    QHash<QString, qint64> m_sizes; ///< bytes by item id
-    QSet<QString> m_asked;          ///< ids whose sizes are known or on their way
+    QList<MediaItem> m_items;                      ///< all of the session
+    RejectedRows m_rejected;                       ///< those that are counted
+    qint64 m_reversals = 0;                        ///< how many of the session's are known
+    QHash<QString, std::optional<qint64>> m_sizes; ///< bytes by item id; absent: on their way
+    QList<MediaItem> m_unasked;
+    qint64 m_files = 0;
+    qint64 m_bytes = 0;
+    qint64 m_sizesOnTheirWay = 0; ///< of what is counted
     Totals m_now;
     std::stop_source m_stop;
     qint64 m_generation = 0; ///< counts sessions

@@ -30,7 +30,7 @@ void RejectsModel::setAppState(AppState *appState)
 
 int RejectsModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_items.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_rejected.count());
 }
 
 QVariant RejectsModel::data(const QModelIndex &index, int role) const
@@ -38,7 +38,7 @@ QVariant RejectsModel::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
     }
-    return ItemRole::value(m_items.at(index.row()), true, role);
+    return ItemRole::value(m_items.at(m_rejected.at(index.row())), true, role);
 }
 
 QHash<int, QByteArray> RejectsModel::roleNames() const
@@ -51,16 +51,13 @@ bool RejectsModel::selectedIsVideo() const
     return m_selectedItem.kind == MediaKind::video;
 }
 
-QList<MediaItem> RejectsModel::rejects() const
-{
-    const auto *session = m_appState ? m_appState->session() : nullptr;
-    return session ? session->rejectedItems() : QList<MediaItem>();
-}
-
 void RejectsModel::replaceSession()
 {
+    const auto *session = m_appState ? m_appState->session() : nullptr;
     beginResetModel();
-    m_items = rejects();
+    m_items = session ? session->items() : QList<MediaItem>();
+    m_rejected = session ? session->rejectedRows() : RejectedRows();
+    m_reversals = session ? session->reversals().size() : 0;
     endResetModel();
     Q_EMIT countChanged();
     followSelection();
@@ -69,13 +66,16 @@ void RejectsModel::replaceSession()
 void RejectsModel::followChanges()
 {
     const auto *session = m_appState ? m_appState->session() : nullptr;
-    if (!session) {
-        return;
+    if (!session || !session->items().isSharedWith(m_items)) {
+        return; // another session is about to be told
     }
-    const auto before = m_items.size();
-    removeRescued(session->rejectedIDs());
-    insertRejected(session->rejectedItems());
-    if (before != m_items.size()) {
+    const auto before = count();
+    const auto wanted = session->rejectedRows();
+    const auto reversals = session->reversals();
+    for (auto known = std::exchange(m_reversals, reversals.size()); known < m_reversals; ++known) {
+        takeOver(reversals.at(known), wanted);
+    }
+    if (before != count()) {
         Q_EMIT countChanged();
     }
     followSelection();
@@ -84,7 +84,8 @@ void RejectsModel::followChanges()
 void RejectsModel::followSelection()
 {
     const qint64 row = m_appState ? m_appState->reviewSelection() : 0;
-    const auto selected = row >= 0 && row < m_items.size() ? m_items.at(row) : MediaItem();
+    const auto place = m_rejected.at(row);
+    const auto selected = place >= 0 ? m_items.at(place) : MediaItem();
     if (m_selectedItem == selected) {
         return;
     }
@@ -92,26 +93,20 @@ void RejectsModel::followSelection()
     Q_EMIT selectedItemChanged();
 }
 
-void RejectsModel::removeRescued(const QSet<QString> &rejectedIDs)
+/// What is decided on the item @p row of the session.
+void RejectsModel::takeOver(qint64 row, const RejectedRows &wanted)
 {
-    for (auto row = static_cast<int>(m_items.size()) - 1; row >= 0; --row) {
-        if (!rejectedIDs.contains(m_items.at(row).id)) {
-            beginRemoveRows({}, row, row);
-            m_items.removeAt(row);
-            endRemoveRows();
-        }
+    if (m_rejected.contains(row) == wanted.contains(row)) {
+        return;
     }
-}
-
-void RejectsModel::insertRejected(const QList<MediaItem> &rejects)
-{
-    // What is left of the rows is in the order of the rejects, so they meet one after the other.
-    for (int row = 0; row < rejects.size(); ++row) {
-        const auto &item = rejects.at(row);
-        if (row >= m_items.size() || m_items.at(row).id != item.id) {
-            beginInsertRows({}, row, row);
-            m_items.insert(row, item);
-            endInsertRows();
-        }
+    const auto place = static_cast<int>(m_rejected.countBefore(row));
+    if (wanted.contains(row)) {
+        beginInsertRows({}, place, place);
+        m_rejected.flip(row);
+        endInsertRows();
+    } else {
+        beginRemoveRows({}, place, place);
+        m_rejected.flip(row);
+        endRemoveRows();
     }
 }

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
-    [[nodiscard]] qint64 count() const { return m_items.size(); }
+    [[nodiscard]] qint64 count() const { return m_rejected.count(); }
 
     [[nodiscard]] bool hasSelected() const { return !m_selectedItem.id.isEmpty(); }
 
@@ -45,14 +45,14 @@ Q_SIGNALS:
     void selectedItemChanged();
 
 private:
-    [[nodiscard]] QList<MediaItem> rejects() const;
     void replaceSession();
     void followChanges();
-    void removeRescued(const QSet<QString> &rejectedIDs);
-    void insertRejected(const QList<MediaItem> &rejects);
+    void takeOver(qint64 row, const RejectedRows &wanted);
     void followSelection();
 
     QPointer<AppState> m_appState;
-    QList<MediaItem> m_items;
+    QList<MediaItem> m_items; ///< all of the session
+    RejectedRows m_rejected;
+    qint64 m_reversals = 0; ///< how many of the session's are known
     MediaItem m_selectedItem;
 };

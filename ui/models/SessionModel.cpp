@@ -37,8 +37,7 @@ QVariant SessionModel::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
     }
-    const auto &item = m_items.at(index.row());
-    return ItemRole::value(item, m_rejectedIDs.contains(item.id), role);
+    return ItemRole::value(m_items.at(index.row()), m_rejected.contains(index.row()), role);
 }
 
 QHash<int, QByteArray> SessionModel::roleNames() const
@@ -46,9 +45,10 @@ QHash<int, QByteArray> SessionModel::roleNames() const
     return ItemRole::names();
 }
 
-MediaItem SessionModel::currentItem() const
+const MediaItem &SessionModel::currentItem() const
 {
-    return hasCurrent() ? m_items.at(m_currentIndex) : MediaItem();
+    static const MediaItem none;
+    return hasCurrent() ? m_items.at(m_currentIndex) : none;
 }
 
 QString SessionModel::currentName() const
@@ -63,12 +63,7 @@ bool SessionModel::currentIsVideo() const
 
 bool SessionModel::currentRejected() const
 {
-    return m_rejectedIDs.contains(currentItem().id);
-}
-
-QString SessionModel::itemIdAt(qint64 row) const
-{
-    return row >= 0 && row < m_items.size() ? m_items.at(row).id : QString();
+    return hasCurrent() && m_rejected.contains(m_currentIndex);
 }
 
 void SessionModel::replaceSession()
@@ -76,12 +71,9 @@ void SessionModel::replaceSession()
     const auto *session = m_appState ? m_appState->session() : nullptr;
     beginResetModel();
     m_items = session ? session->items() : QList<MediaItem>();
-    m_rejectedIDs = session ? session->rejectedIDs() : QSet<QString>();
+    m_rejected = session ? session->rejectedRows() : RejectedRows();
+    m_reversals = session ? session->reversals().size() : 0;
     m_currentIndex = session ? session->currentIndex() : 0;
-    m_rowOfID.clear();
-    for (int row = 0; row < m_items.size(); ++row) {
-        m_rowOfID.insert(m_items.at(row).id, row);
-    }
     endResetModel();
     Q_EMIT countChanged();
     Q_EMIT currentIndexChanged();
@@ -93,16 +85,14 @@ void SessionModel::replaceSession()
 void SessionModel::followChanges()
 {
     const auto *session = m_appState ? m_appState->session() : nullptr;
-    if (!session) {
-        return;
+    if (!session || !session->items().isSharedWith(m_items)) {
+        return; // another session is about to be told
     }
     const bool wasRejected = currentRejected();
-    const auto rejectedBefore = std::exchange(m_rejectedIDs, session->rejectedIDs());
+    const auto rejectedBefore = std::exchange(m_rejected, session->rejectedRows());
     const auto indexBefore = std::exchange(m_currentIndex, session->currentIndex());
-    if (rejectedBefore != m_rejectedIDs) {
-        tellRejectedRows(rejectedBefore);
-    }
-    if (rejectedBefore.size() != m_rejectedIDs.size()) {
+    tellRejectedRows(rejectedBefore);
+    if (rejectedBefore.count() != m_rejected.count()) {
         Q_EMIT rejectedCountChanged();
     }
     if (indexBefore != m_currentIndex) {
@@ -112,13 +102,17 @@ void SessionModel::followChanges()
     if (wasRejected != currentRejected()) {
         Q_EMIT currentRejectedChanged();
     }
+    Q_EMIT changeFollowed();
 }
 
-void SessionModel::tellRejectedRows(const QSet<QString> &before)
+void SessionModel::tellRejectedRows(const RejectedRows &before)
 {
-    const auto changed = (before - m_rejectedIDs) + (m_rejectedIDs - before);
-    for (const auto &id : changed) {
-        const auto row = index(m_rowOfID.value(id));
-        Q_EMIT dataChanged(row, row, {ItemRole::Rejected});
+    const auto reversals = m_appState->session()->reversals();
+    for (auto known = std::exchange(m_reversals, reversals.size()); known < m_reversals; ++known) {
+        const auto row = reversals.at(known);
+        if (before.contains(row) != m_rejected.contains(row)) {
+            const auto changed = index(static_cast<int>(row));
+            Q_EMIT dataChanged(changed, changed, {ItemRole::Rejected});
+        }
     }
 }

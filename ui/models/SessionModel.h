@@ -8,7 +8,6 @@
 
 #include <QAbstractListModel>
 #include <QPointer>
-#include <QSet>
 
 /// The session's items in shooting order, which of them are rejected and which one is current.
 /// Follows the controller. Main thread only.
@@ -43,17 +42,14 @@ public:
     [[nodiscard]] bool hasCurrent() const { return m_currentIndex < m_items.size(); }
 
     /// One without an id when there is none.
-    [[nodiscard]] MediaItem currentItem() const;
+    [[nodiscard]] const MediaItem &currentItem() const;
     [[nodiscard]] QString currentItemId() const { return currentItem().id; }
 
     [[nodiscard]] QString currentName() const;
     [[nodiscard]] bool currentIsVideo() const;
     [[nodiscard]] bool currentRejected() const;
 
-    [[nodiscard]] qint64 rejectedCount() const { return m_rejectedIDs.size(); }
-
-    /// Empty when there is no row @p row.
-    [[nodiscard]] Q_INVOKABLE QString itemIdAt(qint64 row) const;
+    [[nodiscard]] qint64 rejectedCount() const { return m_rejected.count(); }
 
 Q_SIGNALS:
     void appStateChanged();
@@ -62,15 +58,17 @@ Q_SIGNALS:
     void currentItemChanged();
     void currentRejectedChanged();
     void rejectedCountChanged();
+    /// After every recorded change, whatever it changed here.
+    void changeFollowed();
 
 private:
     void replaceSession();
     void followChanges();
-    void tellRejectedRows(const QSet<QString> &before);
+    void tellRejectedRows(const RejectedRows &before);
 
     QPointer<AppState> m_appState;
     QList<MediaItem> m_items;
-    QHash<QString, int> m_rowOfID;
-    QSet<QString> m_rejectedIDs;
+    RejectedRows m_rejected;
+    qint64 m_reversals = 0; ///< how many of the session's are known
     qint64 m_currentIndex = 0;
 };

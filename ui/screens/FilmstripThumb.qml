@@ -18,19 +18,29 @@ Item {
     required property bool isVideo
     required property bool current
 
+    // By other means than a click.
     signal activated
+    signal tapped(place: point)
+
+    // Kept by the strip for another item; what it showed must not be seen with that one.
+    property bool pooled: false
 
     implicitWidth: 56
     implicitHeight: 56
 
-    Accessible.role: Accessible.Button
-    Accessible.name: root.displayName
+    ListView.onPooled: root.pooled = true
+    ListView.onReused: root.pooled = false
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.spokenName()
+    Accessible.selectable: true
+    Accessible.selected: root.current
     Accessible.onPressAction: root.activated()
 
     ThumbnailLoader {
         id: thumb
 
-        appState: root.appState
+        appState: root.pooled ? null : root.appState
         item: root.item
     }
 
@@ -52,8 +62,7 @@ Item {
     }
 
     FitImage {
-        id: picture
-
+        objectName: "thumbnail"
         pool: ScalingPool
         anchors.fill: parent
         fillMode: FitImage.Crop
@@ -62,6 +71,7 @@ Item {
     }
 
     Rectangle {
+        objectName: "layer"
         anchors.fill: parent
         visible: root.rejected
         radius: 4
@@ -100,6 +110,20 @@ Item {
     }
 
     TapHandler {
-        onTapped: root.activated()
+        onTapped: eventPoint => root.tapped(eventPoint.scenePosition)
+    }
+
+    function spokenName(): string {
+        const parts = [root.displayName];
+        if (root.isVideo) {
+            parts.push(qsTr("clip"));
+        }
+        if (root.rejected) {
+            parts.push(qsTr("rejected"));
+        }
+        if (root.current) {
+            parts.push(qsTr("current"));
+        }
+        return parts.join(", ");
     }
 }

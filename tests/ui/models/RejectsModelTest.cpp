@@ -70,6 +70,27 @@ private Q_SLOTS:
         QCOMPARE(model.count(), 3);
     }
 
+    void severalRescuesOfOneOperationRemoveTheirRows()
+    {
+        ScreenBench bench;
+        bench.cull(ScreenBench::shots(200));
+        rejectRows(bench, {0, 2, 63, 64, 65, 130, 199});
+        RejectsModel model;
+        const QAbstractItemModelTester tester(&model);
+        model.setAppState(&bench.appState);
+
+        {
+            const AppState::Operation operation(bench.appState);
+            for (const qint64 row : {64, 0, 199, 1}) {
+                bench.appState.session()->toggle(bench.item(row).id);
+            }
+            bench.appState.recordChange();
+        }
+
+        QCOMPARE(names(model), (QStringList{u"DSCF0002.JPG"_s, u"DSCF0003.JPG"_s, u"DSCF0064.JPG"_s,
+                                            u"DSCF0066.JPG"_s, u"DSCF0131.JPG"_s}));
+    }
+
     void rescuingTheOnlyRejectLeavesNothingSelected()
     {
         ScreenBench bench;

@@ -108,16 +108,44 @@ private Q_SLOTS:
         QVERIFY(!model.hasCurrent());
     }
 
-    void rowsThatDoNotExistHaveNoId()
+    void severalDecisionsOfOneOperationAreToldByTheirOutcome()
     {
         ScreenBench bench;
-        bench.cull(ScreenBench::shots(1));
+        bench.cull(ScreenBench::shots(3));
+        SessionModel model;
+        const QAbstractItemModelTester tester(&model);
+        model.setAppState(&bench.appState);
+        QSignalSpy changes(&model, &SessionModel::dataChanged);
+        QSignalSpy counts(&model, &SessionModel::rejectedCountChanged);
+
+        {
+            const AppState::Operation operation(bench.appState);
+            auto *session = bench.appState.session();
+            session->toggle(bench.item(0).id);
+            session->toggle(bench.item(2).id);
+            session->toggle(bench.item(0).id);
+            bench.appState.recordChange();
+        }
+
+        QCOMPARE(changes.size(), 1);
+        QCOMPARE(changes.at(0).at(0).toModelIndex().row(), 2);
+        QCOMPARE(counts.size(), 1);
+        QCOMPARE(model.rejectedCount(), 1);
+    }
+
+    void everyRecordedChangeIsToldAlsoOneThatMovesNothing()
+    {
+        ScreenBench bench;
+        bench.cull(ScreenBench::shots(3));
         SessionModel model;
         model.setAppState(&bench.appState);
+        const QSignalSpy followed(&model, &SessionModel::changeFollowed);
+        const QSignalSpy index(&model, &SessionModel::currentIndexChanged);
 
-        QCOMPARE(model.itemIdAt(0), bench.item(0).id);
-        QVERIFY(model.itemIdAt(-1).isEmpty());
-        QVERIFY(model.itemIdAt(1).isEmpty());
+        bench.press(KeyPress::Left);
+
+        QCOMPARE(followed.size(), 1);
+        QCOMPARE(index.size(), 0);
     }
 };
 
