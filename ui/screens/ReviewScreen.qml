@@ -64,7 +64,8 @@ Item {
         x: Math.floor((root.width - width + gap) / 2)
         width: columns * cellWidth
         visible: rejects.count > 0
-        cellWidth: Math.floor((root.width - 32 + gap) / columns)
+        // Cells that are not there yet, as the width is not, would have no end of rows made.
+        cellWidth: Math.max(2 * gap, Math.floor((root.width - 32 + gap) / columns))
         cellHeight: Math.floor((cellWidth - gap) / 1.5) + gap
         clip: true
         boundsBehavior: Flickable.StopAtBounds

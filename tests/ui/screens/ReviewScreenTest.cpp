@@ -435,6 +435,27 @@ private Q_SLOTS:
         QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
     }
 
+    void ofManyRejectsOnlyThoseInViewAreMade()
+    {
+        WindowBench bench;
+        bench.cull(ScreenBench::shots(600));
+        {
+            const AppState::Operation operation(bench.appState);
+            for (const auto &item : bench.appState.session()->items()) {
+                bench.appState.session()->toggle(item.id);
+            }
+            bench.appState.recordChange();
+        }
+        QTRY_VERIFY(bench.find(u"border"_s));
+        const auto before = bench.pictures.begun().size();
+
+        bench.appState.goToReview();
+        QTRY_VERIFY(bench.find(u"grid"_s));
+        QTest::qWait(100);
+
+        QVERIFY(bench.pictures.begun().size() - before < 100);
+    }
+
 private:
     /// A card of one shot more than @p rejects, all but the last rejected, in the review.
     static void review(WindowBench &bench, int rejects)
