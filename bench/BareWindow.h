@@ -4,22 +4,28 @@
 #pragma once
 
 #include "bench/Pulse.h"
+#include "ui/items/FitImage.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QQuickWindow>
 
-/// An empty window that is drawn again and again: what a frame costs where nothing is in it.
+#include <functional>
+#include <optional>
+
+/// A window that is drawn again and again: what a frame costs where nothing is in it, or a picture.
 class BareWindow {
 public:
     explicit BareWindow(QSize size)
     {
+        m_picture.setParentItem(m_window.contentItem());
+        m_picture.setSize(size);
         m_window.resize(size);
         m_window.show();
     }
 
-    /// Draws @p frames frames, each in another colour.
-    void measure(int frames)
+    /// Draws @p frames frames, each in another colour or with another picture.
+    void measure(int frames, const std::function<QImage()> &picture = {})
     {
         QEventLoop loop;
         int drawn = -10; // the first frames prepare what the others use
@@ -31,6 +37,9 @@ public:
             if (drawn >= frames) {
                 loop.quit();
                 return;
+            }
+            if (picture) {
+                m_picture.setImage(picture());
             }
             m_window.setColor(QColor::fromHsv((drawn + 10) % 360, 200, 200));
             m_window.update();
@@ -54,6 +63,7 @@ public:
 
 private:
     QQuickWindow m_window;
+    FitImage m_picture;
     std::optional<Pulse> m_pulse;
     QElapsedTimer m_time;
     double m_frameTime = 0;

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 Kestle contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// step-work CARD FIRST STEPS: holds Right in the real window over pictures that are always there,
-// then rejects half of the card and works on in culling and review; prints what each takes.
-// bench/step runs it.
+// step-work CARD FIRST STEPS EDGE: holds Right in the real window over pictures that are always
+// there, EDGE pixels wide, then rejects half of the card and works on in culling and review; prints
+// what each takes. bench/step runs it.
 
 #include "bench/BareWindow.h"
 #include "bench/KeyWalk.h"
@@ -11,44 +11,55 @@
 
 #include <QGuiApplication>
 #include <QStandardPaths>
-#include <QSurfaceFormat>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 static constexpr int keysPerSecond = 30;
 
-/// What a screen of 2160 lines gets of a shot of the usual shape.
-static constexpr QSize screenSize(2160, 1440);
 static constexpr QSize thumbnailSize(256, 171);
 
-/// Bitmaps that nobody has to wait for: each is another one, over pixels that are shared.
-static DecodePipeline::Decoders readyPictures()
+/// Another bitmap over the same pixels, which outlive it: whoever draws it takes it for a new one.
+static QImage another(const QImage &image)
 {
-    const auto shade = [](QSize size) {
-        QImage image(size, QImage::Format_RGB32);
-        for (int y = 0; y < size.height(); ++y) {
-            auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-            for (int x = 0; x < size.width(); ++x) {
-                line[x] = qRgb(x & 255, y & 255, (x * y >> 6) & 255);
-            }
+    return {image.constBits(), image.width(), image.height(), image.bytesPerLine(), image.format()};
+}
+
+static QImage shaded(QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < size.width(); ++x) {
+            line[x] = qRgb(x & 255, y & 255, ((x * y) >> 6) & 255);
         }
-        return image;
-    };
-    const auto another = [](const QImage &image) {
-        return QImage(image.constBits(), image.width(), image.height(), image.bytesPerLine(),
-                      image.format());
-    };
-    static const QImage large = shade(screenSize);
-    static const QImage small = shade(thumbnailSize);
+    }
+    return image;
+}
+
+/// Nobody has to wait for them.
+static DecodePipeline::Decoders readyPictures(const QImage &large, const QImage &small)
+{
     return {.picture =
-                [another](const std::filesystem::path &, std::optional<int> maxPixel) {
+                [&](const std::filesystem::path &, std::optional<int> maxPixel) {
                     const bool isSmall = maxPixel == DecodePipeline::thumbnailMaxPixel;
                     return another(isSmall ? small : large);
                 },
-            .videoFrame = [another](const std::filesystem::path &) { return another(small); }};
+            .videoFrame = [&](const std::filesystem::path &) { return another(small); }};
+}
+
+/// What of a frame is the machine's: of an empty window, and of one with nothing but a picture.
+static void printFloor(QSize size, const QImage &picture)
+{
+    BareWindow bare(size);
+    bare.measure(60);
+    std::printf("  an empty window: %.1f ms a frame, main thread's longest block %.1f ms\n",
+                bare.frameTime(), bare.longestBlock());
+    bare.measure(60, [&] { return another(picture); });
+    std::printf("  a picture alone: %.1f ms a frame, main thread's longest block %.1f ms\n",
+                bare.frameTime(), bare.longestBlock());
+    bare.close();
 }
 
 static double at(std::vector<double> values, double share)
@@ -135,8 +146,8 @@ static void printDecisions(KestleApp &kestle)
 
 int main(int argc, char **argv)
 {
-    if (argc != 4) {
-        std::fputs("usage: step-work CARD FIRST STEPS\n", stderr);
+    if (argc != 5) {
+        std::fputs("usage: step-work CARD FIRST STEPS EDGE\n", stderr);
         return 2;
     }
     QStandardPaths::setTestModeEnabled(true);
@@ -144,16 +155,18 @@ int main(int argc, char **argv)
     QGuiApplication::setApplicationName(QStringLiteral("Kestle"));
     KestleApp::Extras extras;
     extras.moreVolumes.push_back(std::make_unique<OneVolume>(argv[1]));
-    extras.decoders = readyPictures();
+    const int edge = std::atoi(argv[4]);
+    const QImage large = shaded({edge, edge * 2 / 3});
+    const QImage small = shaded(thumbnailSize);
+    extras.decoders = readyPictures(large, small);
     KestleApp kestle(std::move(extras));
     if (!kestle.show()) {
         return 1;
     }
-    BareWindow bare(kestle.window()->size());
-    bare.measure(60);
-    std::printf("  an empty window: %.1f ms a frame, main thread's longest block %.1f ms\n",
-                bare.frameTime(), bare.longestBlock());
-    bare.close();
+    QEventLoop settling;
+    QTimer::singleShot(std::chrono::seconds(1), &settling, &QEventLoop::quit);
+    settling.exec();
+    printFloor(kestle.window()->size(), large);
 
     KeyWalk walk(kestle, keysPerSecond, std::atoll(argv[2]), std::atoi(argv[3]), [&] {
         printWalk(walk);
