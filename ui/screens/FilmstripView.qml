@@ -24,133 +24,130 @@ Rectangle {
     property real lastTap: 0
     property point lastTapPlace
 
-    implicitHeight: column.height
+    // Right from the beginning: a positioner would place its children a frame later.
+    implicitHeight: caption.y + caption.height
     color: Qt.rgba(0, 0, 0, 0.9)
 
-    Column {
-        id: column
+    ListView {
+        id: strip
 
+        property real widthBefore: 0
+
+        objectName: "strip"
         width: parent.width
+        height: root.thumbSize + 8
+        orientation: ListView.Horizontal
         spacing: 4
+        leftMargin: root.sidePadding
+        rightMargin: root.sidePadding
+        boundsBehavior: Flickable.StopAtBounds
+        keyNavigationEnabled: false
+        reuseItems: true
+        // A view with a current item of its own would scroll when the model changes.
+        currentIndex: -1
+        model: root.session
+        clip: true
 
-        ListView {
-            id: strip
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Filmstrip")
 
-            property real widthBefore: 0
+        delegate: FilmstripThumb {
+            appState: root.appState
+            current: index === root.session.currentIndex
+            y: 4
+            width: root.thumbSize
+            height: root.thumbSize
+            onActivated: root.appState.selectItem(index)
+            onTapped: place => root.selectTapped(index, place)
+        }
 
-            objectName: "strip"
-            width: parent.width
-            height: root.thumbSize + 8
-            orientation: ListView.Horizontal
-            spacing: 4
-            leftMargin: root.sidePadding
-            rightMargin: root.sidePadding
-            boundsBehavior: Flickable.StopAtBounds
-            keyNavigationEnabled: false
-            reuseItems: true
-            // A view with a current item of its own would scroll when the model changes.
-            currentIndex: -1
-            model: root.session
-            clip: true
-
-            Accessible.role: Accessible.List
-            Accessible.name: qsTr("Filmstrip")
-
-            delegate: FilmstripThumb {
-                appState: root.appState
-                current: index === root.session.currentIndex
-                y: 4
-                width: root.thumbSize
-                height: root.thumbSize
-                onActivated: root.appState.selectItem(index)
-                onTapped: place => root.selectTapped(index, place)
+        onMovementStarted: {
+            glide.stop();
+            root.byHand = true;
+        }
+        onMovementEnded: contentX = root.within(contentX)
+        onWidthChanged: {
+            if (!root.ready) {
+                return;
             }
-
-            onMovementStarted: {
-                glide.stop();
-                root.byHand = true;
+            if (root.byHand) {
+                contentX = root.within(contentX + (widthBefore - width) / 2);
+            } else {
+                root.centreCurrent(false);
             }
-            onMovementEnded: contentX = root.within(contentX)
-            onWidthChanged: {
-                if (!root.ready) {
-                    return;
-                }
-                if (root.byHand) {
-                    contentX = root.within(contentX + (widthBefore - width) / 2);
-                } else {
-                    root.centreCurrent(false);
-                }
-                widthBefore = width;
-            }
+            widthBefore = width;
+        }
 
-            NumberAnimation {
-                id: glide
+        NumberAnimation {
+            id: glide
 
-                readonly property int longest: 120
+            readonly property int longest: 120
 
-                objectName: "glide"
-                target: strip
-                property: "contentX"
-                easing.type: Easing.OutQuad
-            }
+            objectName: "glide"
+            target: strip
+            property: "contentX"
+            easing.type: Easing.OutQuad
+        }
 
-            // The strip has one direction; every wheel and every swipe moves along it.
-            WheelHandler {
-                id: upright
+        // The strip has one direction; every wheel and every swipe moves along it.
+        WheelHandler {
+            id: upright
 
-                acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-                orientation: Qt.Vertical
-                target: null
-                onWheel: event => root.scrollAlong(event)
-            }
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+            orientation: Qt.Vertical
+            target: null
+            onWheel: event => root.scrollAlong(event)
+        }
 
-            // For what the other one does not take: it has all that are not quite level, and for a
-            // moment after those every one.
-            WheelHandler {
-                acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-                orientation: Qt.Horizontal
-                target: null
-                onWheel: event => {
-                    if (event.angleDelta.y === 0 && !upright.active) {
-                        root.scrollAlong(event);
-                    }
-                }
-            }
-
-            PointHandler {
-                id: hand
-
-                onActiveChanged: {
-                    if (!active) {
-                        strip.interactive = true;
-                    }
+        // For what the other one does not take: it has all that are not quite level, and for a
+        // moment after those every one.
+        WheelHandler {
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+            orientation: Qt.Horizontal
+            target: null
+            onWheel: event => {
+                if (event.angleDelta.y === 0 && !upright.active) {
+                    root.scrollAlong(event);
                 }
             }
         }
 
-        Item {
-            width: parent.width
-            height: position.height + 6
+        PointHandler {
+            id: hand
 
-            Text {
-                id: position
-
-                objectName: "position"
-                x: 12
-                text: qsTr("%1 / %2").arg(Numbers.plain(root.session.count > 0 ? root.session.currentIndex + 1 : 0)).arg(Numbers.plain(root.session.count))
-                color: Look.primary
-                font.pixelSize: Look.pixels(11)
-                font.family: Look.monospaced
+            onActiveChanged: {
+                if (!active) {
+                    strip.interactive = true;
+                }
             }
+        }
+    }
 
-            Text {
-                objectName: "rejectCount"
-                x: parent.width - width - 12
-                text: qsTr("%1 rejected").arg(Numbers.plain(root.session.rejectedCount))
-                color: root.session.rejectedCount > 0 ? Look.red : Look.secondary
-                font.pixelSize: Look.pixels(11)
-                font.family: Look.monospaced
-            }
+    Item {
+        id: caption
+
+        y: strip.height + 4
+        width: parent.width
+        height: position.height + 6
+
+        Text {
+            id: position
+
+            objectName: "position"
+            x: 12
+            text: qsTr("%1 / %2").arg(Numbers.plain(root.session.count > 0 ? root.session.currentIndex + 1 : 0)).arg(Numbers.plain(root.session.count))
+            color: Look.primary
+            font.pixelSize: Look.pixels(11)
+            font.family: Look.monospaced
+        }
+
+        Text {
+            objectName: "rejectCount"
+            x: parent.width - width - 12
+            text: qsTr("%1 rejected").arg(Numbers.plain(root.session.rejectedCount))
+            color: root.session.rejectedCount > 0 ? Look.red : Look.secondary
+            font.pixelSize: Look.pixels(11)
+            font.family: Look.monospaced
         }
     }
 
