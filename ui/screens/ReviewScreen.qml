@@ -64,14 +64,14 @@ Item {
         x: Math.floor((root.width - width + gap) / 2)
         width: columns * cellWidth
         visible: rejects.count > 0
-        // Cells that are not there yet, as the width is not, would have no end of rows made.
+        // As long as there is no width there are no cells: of a negative size, all would be made.
         cellWidth: Math.max(2 * gap, Math.floor((root.width - 32 + gap) / columns))
         cellHeight: Math.floor((cellWidth - gap) / 1.5) + gap
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         keyNavigationEnabled: false
         currentIndex: -1
-        model: rejects
+        model: cellWidth > 2 * gap ? rejects : null
 
         delegate: ReviewCell {
             appState: root.appState
