@@ -96,6 +96,16 @@ public:
         QTest::mouseClick(window, Qt::LeftButton, {}, middle.toPoint());
     }
 
+    /// Until what was changed has been laid out and drawn.
+    void waitForFrames() const
+    {
+        for (int frame = 0; frame < 2; ++frame) {
+            QSignalSpy drawn(window, &QQuickWindow::afterRendering);
+            window->update();
+            QVERIFY(drawn.count() > 0 || drawn.wait(5000));
+        }
+    }
+
     [[nodiscard]] static QRectF rectOf(const QQuickItem *item)
     {
         return item->mapRectToScene(item->boundingRect());

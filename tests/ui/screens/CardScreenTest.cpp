@@ -36,6 +36,7 @@ private Q_SLOTS:
         bench.mountCard("TWO", ScreenBench::shots(1));
         QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
         QTRY_VERIFY(bench.find(u"picker"_s));
+        bench.waitForFrames();
 
         // From top to bottom, without touching each other, each in the middle of the width.
         qreal above = 32; // the title strip
@@ -111,6 +112,7 @@ private Q_SLOTS:
         bench.appState.start();
         bench.mountCard("ONE", ScreenBench::shots(2));
         bench.mountCard("TWO", ScreenBench::shots(2));
+        QTRY_COMPARE(bench.text(u"title"_s), u"ONE"_s);
         QTRY_VERIFY(bench.find(u"cardPicker"_s));
         bench.click(u"cardPicker"_s);
         QTRY_VERIFY(bench.window->property("popupOpen").toBool());

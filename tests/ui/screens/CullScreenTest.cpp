@@ -27,7 +27,8 @@ private Q_SLOTS:
             QVERIFY(!bench.find(absent));
         }
         const auto middle = WindowBench::rectOf(bench.find(u"imageArea"_s)).center();
-        QVERIFY(WindowBench::rectOf(bench.find(u"spinner"_s)).center() == middle);
+        const auto off = WindowBench::rectOf(bench.find(u"spinner"_s)).center() - middle;
+        QVERIFY(std::abs(off.x()) <= 0.5 && std::abs(off.y()) <= 0.5);
         QCOMPARE(bench.window->grabWindow().pixelColor(60, 200), QColor(Qt::black));
     }
 
@@ -207,6 +208,7 @@ private Q_SLOTS:
         bench.cull(ScreenBench::shots(1));
         QTRY_VERIFY(bench.texts().contains(u"ISO 400"_s));
 
+        bench.waitForFrames();
         const auto rect = [&](const QString &text) {
             return WindowBench::rectOf(bench.itemsShowing(text).value(0));
         };
@@ -374,16 +376,18 @@ private Q_SLOTS:
     {
         WindowBench bench;
         bench.cull(ScreenBench::shots(3));
+        const auto hasBegun = [&](const std::string &picture) {
+            const auto begun = bench.pictures.begun();
+            return std::ranges::find(begun, picture) != begun.end();
+        };
         bench.key(Qt::Key_Z);
-        QTRY_VERIFY(bench.find(u"pixels"_s));
+        QTRY_VERIFY(hasBegun("DSCF0001.JPG whole"));
 
         bench.appState.selectItem(1);
         QTest::qWait(50);
 
         QVERIFY(!bench.find(u"zoom"_s));
-        const auto begun = bench.pictures.begun();
-        QVERIFY(std::ranges::find(begun, "DSCF0001.JPG whole") != begun.end());
-        QVERIFY(std::ranges::find(begun, "DSCF0002.JPG whole") == begun.end());
+        QVERIFY(!hasBegun("DSCF0002.JPG whole"));
     }
 
     void theStripCentresTheCurrentItem()

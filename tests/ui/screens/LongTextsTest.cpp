@@ -234,6 +234,7 @@ private:
     /// two lie on each other.
     void expectOrder(const QQuickItem *below = nullptr)
     {
+        m_bench->waitForFrames();
         if (const auto folder = qEnvironmentVariable("KESTLE_GRABS"); !folder.isEmpty()) {
             m_bench->window->grabWindow().save(
                 u"%1/long-%2-%3.png"_s
