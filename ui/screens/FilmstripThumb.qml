@@ -114,16 +114,9 @@ Item {
     }
 
     function spokenName(): string {
-        const parts = [root.displayName];
-        if (root.isVideo) {
-            parts.push(qsTr("clip"));
-        }
-        if (root.rejected) {
-            parts.push(qsTr("rejected"));
-        }
-        if (root.current) {
-            parts.push(qsTr("current"));
-        }
-        return parts.join(", ");
+        const kind = root.isVideo ? ", " + qsTr("clip") : "";
+        const decision = root.rejected ? ", " + qsTr("rejected") : "";
+        const place = root.current ? ", " + qsTr("current") : "";
+        return root.displayName + kind + decision + place;
     }
 }
