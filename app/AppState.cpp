@@ -7,7 +7,6 @@
 #include "app/CardReads.h"
 #include "core/card/DeleteEngine.h"
 #include "core/model/SharedNames.h"
-#include "core/text/FileNameText.h"
 #include "platform/checks/Precondition.h"
 #include "platform/settings/UserDefaults.h"
 #include "platform/volumes/MountedVolumes.h"
@@ -99,20 +98,6 @@ void AppState::tellChangesSince(const Observed &before)
     tell(before.failures != m_now.failures, &AppState::failuresChanged);
     tell(before.phase != m_now.phase, &AppState::phaseChanged);
     tell(before.canSwitchCards() != m_now.canSwitchCards(), &AppState::canSwitchCardsChanged);
-}
-
-QString AppState::cardName() const
-{
-    return m_now.card ? m_now.card->name : QString();
-}
-
-QStringList AppState::availableCardNames() const
-{
-    QStringList names;
-    for (const auto &card : m_now.availableCards) {
-        names.append(card.name);
-    }
-    return names;
 }
 
 bool AppState::isCurrent(const CardInfo &card) const
@@ -590,10 +575,7 @@ void AppState::finishDelete(const DeletionRun::Job &job, const DeleteResult &res
         m_lastSnapshot = {};
         m_sessions.forget(m_now.card->volumeUUID);
     }
-    for (const auto &failure : result.failures) {
-        const auto place = failure.url.lexically_relative(job.volumeURL);
-        m_now.failures.append({displayText(place), failure.reason});
-    }
+    m_now.failures = failedFiles(result, job.volumeURL);
     m_now.phase = Phase::summary(static_cast<qint64>(result.deleted.size()),
                                  static_cast<qint64>(result.failures.size()), job.keptCount);
 }

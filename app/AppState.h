@@ -111,7 +111,7 @@ public:
     [[nodiscard]] const std::optional<CardInfo> &card() const { return m_now.card; }
 
     /// Empty without a card.
-    [[nodiscard]] QString cardName() const;
+    [[nodiscard]] QString cardName() const { return m_now.cardName(); }
 
     /// Whether nothing can be deleted from the card, as far as it is known: its lock is set, or it
     /// is damaged.
@@ -123,7 +123,7 @@ public:
     /// Every mounted volume that could be a card, in the watcher's order.
     [[nodiscard]] const QList<CardInfo> &availableCards() const { return m_now.availableCards; }
 
-    [[nodiscard]] QStringList availableCardNames() const;
+    [[nodiscard]] QStringList availableCardNames() const { return m_now.availableCardNames(); }
 
     /// Index of the card among the available ones, -1 when it is not there.
     [[nodiscard]] qint64 currentCardIndex() const { return m_now.currentCardIndex(); }

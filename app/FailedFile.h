@@ -3,6 +3,9 @@
 
 #pragma once
 
+#include "core/card/DeleteResult.h"
+
+#include <QList>
 #include <QString>
 
 /// A file that a deletion left on the card, as it is told to the user.
@@ -12,3 +15,7 @@ struct FailedFile {
 
     bool operator==(const FailedFile &) const = default;
 };
+
+/// Those of @p result, in its order; @p root is where the files of the card are.
+[[nodiscard]] QList<FailedFile> failedFiles(const DeleteResult &result,
+                                            const std::filesystem::path &root);

@@ -19,6 +19,20 @@ qint64 Observed::currentCardIndex() const
     return card ? indexOf(*card) : -1;
 }
 
+QString Observed::cardName() const
+{
+    return card ? card->name : QString();
+}
+
+QStringList Observed::availableCardNames() const
+{
+    QStringList names;
+    for (const auto &available : availableCards) {
+        names.append(available.name);
+    }
+    return names;
+}
+
 bool Observed::canSwitchCards() const
 {
     const bool beforeCulling = phase.kind == Kind::CardReady ||

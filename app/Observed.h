@@ -9,6 +9,7 @@
 
 #include <QList>
 #include <QSizeF>
+#include <QStringList>
 
 #include <memory>
 #include <optional>
@@ -37,5 +38,7 @@ struct Observed {
     /// Of the same volume among the available cards, -1 when it is not there.
     [[nodiscard]] qint64 indexOf(const CardInfo &wanted) const;
     [[nodiscard]] qint64 currentCardIndex() const;
+    [[nodiscard]] QString cardName() const;
+    [[nodiscard]] QStringList availableCardNames() const;
     [[nodiscard]] bool canSwitchCards() const;
 };
