@@ -18,6 +18,7 @@ class BareWindow {
 public:
     explicit BareWindow(QSize size)
     {
+        m_picture.setPool(&m_pool);
         m_picture.setParentItem(m_window.contentItem());
         m_picture.setSize(size);
         m_window.resize(size);
@@ -62,6 +63,7 @@ public:
     [[nodiscard]] double longestBlock() const { return m_longestBlock; }
 
 private:
+    ScalingPool m_pool;
     QQuickWindow m_window;
     FitImage m_picture;
     std::optional<Pulse> m_pulse;

@@ -4,7 +4,6 @@
 #include "ui/items/AlignedItem.h"
 
 #include <QQuickWindow>
-#include <QSGRendererInterface>
 #include <QTransform>
 
 #include <cmath>
@@ -20,17 +19,12 @@ qreal AlignedItem::pixelRatio() const
     return window() ? window()->effectiveDevicePixelRatio() : 1;
 }
 
-bool AlignedItem::isDrawnByProcessor() const
-{
-    return window()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
-}
-
 /// On a graphics card the scene graph of Qt 6.4 stretches a window whose pixels are no whole number
 /// of points over the next whole number of them.
 QSizeF AlignedItem::pixelsPerPoint() const
 {
     const QSizeF nominal(pixelRatio(), pixelRatio());
-    if (!window() || window()->size().isEmpty() || isDrawnByProcessor()) {
+    if (!window() || window()->size().isEmpty() || m_rasterizer->isPainter()) {
         return nominal;
     }
     const QSizeF points = window()->size();
@@ -74,7 +68,11 @@ void AlignedItem::itemChange(ItemChange change, const ItemChangeData &data)
 void AlignedItem::followIn(QQuickWindow *window)
 {
     disconnect(m_frames);
+    disconnect(m_rasterizerChanges);
+    m_rasterizer = window ? Rasterizer::of(window) : nullptr;
     if (window) {
+        m_rasterizerChanges =
+            connect(m_rasterizer, &Rasterizer::changed, this, [this] { rasterizerChanged(); });
         m_frames = connect(window, &QQuickWindow::afterAnimating, this, &AlignedItem::follow);
     }
 }

@@ -3,6 +3,9 @@
 
 #pragma once
 
+#include "ui/items/Rasterizer.h"
+
+#include <QPointer>
 #include <QQuickItem>
 
 /// An item that draws on whole pixels of the window, wherever its ancestors are moved: what is
@@ -19,8 +22,8 @@ public:
     /// How large so many pixels are, in points.
     [[nodiscard]] QSizeF inPoints(QSizeF pixels) const;
 
-    /// Whether the scene graph draws with the processor.
-    [[nodiscard]] bool isDrawnByProcessor() const;
+    /// Who draws; null while the item is in no window.
+    [[nodiscard]] const Rasterizer *rasterizer() const { return m_rasterizer; }
 
     /// Whether the item is neither turned nor scaled.
     [[nodiscard]] bool isOnlyMoved() const;
@@ -30,6 +33,9 @@ public:
     [[nodiscard]] QPointF onWholePixel(QPointF point) const;
 
 protected:
+    /// Called when the item is found to be drawn by somebody else than was thought.
+    virtual void rasterizerChanged() {}
+
     /// An item that overrides it calls it.
     void itemChange(ItemChange change, const ItemChangeData &data) override;
 
@@ -39,5 +45,7 @@ private:
     void follow();
 
     QMetaObject::Connection m_frames;
+    QMetaObject::Connection m_rasterizerChanges;
+    QPointer<Rasterizer> m_rasterizer;
     QPointF m_offset; ///< of the item's corner from whole pixels in the last frame, in points
 };

@@ -12,8 +12,10 @@
 #include <QSGImageNode>
 #include <QtConcurrent/qtconcurrentrun.h>
 
-/// A copy is made at once when bitmap and copy together have at most so many pixels.
+/// A copy is made at once when bitmap and copy together have at most so many pixels...
 static constexpr qint64 pixelsScaledAtOnce = 2'500'000;
+/// ... or so many where no card can filter; several threads need about half a frame.
+static constexpr qint64 pixelsScaledWithoutCard = 9'000'000;
 /// Smaller ones the cards' filter, of eight by eight pixels, would not do justice.
 static constexpr qreal smallestFilteredScale = 0.5;
 
@@ -127,9 +129,9 @@ std::optional<FitImage::Copy> FitImage::neededCopy() const
     return copy;
 }
 
-QImage FitImage::makeCopy(const QImage &image, const Copy &copy)
+QImage FitImage::makeCopy(const QImage &image, const Copy &copy, QThreadPool *helpers)
 {
-    const QImage scaled = SharpScaling::scaled(image, copy.source, copy.size);
+    const QImage scaled = SharpScaling::scaled(image, copy.source, copy.size, helpers);
     if (copy.radius <= 0) {
         return scaled;
     }
@@ -156,14 +158,20 @@ void FitImage::updatePolish()
         return;
     }
     wantCopy(*copy);
-    const auto area = [](QSize size) { return qint64(size.width()) * size.height(); };
-    if (area(copy->source.size()) + area(copy->size) <= pixelsScaledAtOnce) {
-        m_copyImage = makeCopy(m_image, *copy);
+    if (isMadeAtOnce(*copy)) {
+        m_copyImage = makeCopy(m_image, *copy, m_pool);
         m_copy = *copy;
         update();
     } else if (m_pool) {
         makeCopyElsewhere(*copy, m_wantedStop.get_token());
     }
+}
+
+bool FitImage::isMadeAtOnce(const Copy &copy) const
+{
+    const auto area = [](QSize size) { return qint64(size.width()) * size.height(); };
+    return area(copy.source.size()) + area(copy.size) <=
+           (rasterizer()->isProcessor() ? pixelsScaledWithoutCard : pixelsScaledAtOnce);
 }
 
 void FitImage::wantCopy(const Copy &copy)
@@ -176,8 +184,8 @@ void FitImage::wantCopy(const Copy &copy)
 QCoro::Task<> FitImage::makeCopyElsewhere(Copy copy, std::stop_token stop)
 {
     const QPointer self(this);
-    const auto make = [image = m_image, copy, stop] {
-        return stop.stop_requested() ? QImage() : makeCopy(image, copy);
+    const auto make = [image = m_image, copy, stop, pool = m_pool.data()] {
+        return stop.stop_requested() ? QImage() : makeCopy(image, copy, pool);
     };
     const QImage image = co_await QtConcurrent::run(static_cast<QThreadPool *>(m_pool), make);
     if (!self || copy != m_wanted) {
@@ -200,7 +208,7 @@ FitImage::Drawing FitImage::drawing(const PicturePlacement &place, bool isCopy) 
     if (isWhole && place.pixelSize(pixelRatio()) == place.source.size()) {
         return Drawing::Exact;
     }
-    if (isCopy || !m_smoothScaling || isDrawnByProcessor()) {
+    if (isCopy || !m_smoothScaling || rasterizer()->isProcessor()) {
         return Drawing::Plain;
     }
     if (scale(place) < smallestFilteredScale) {
@@ -219,7 +227,7 @@ QSGNode *FitImage::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
     // A card scales the bitmap itself better than a copy that is not yet of the newest size.
     const bool isCopy = !m_copyImage.isNull() && m_copy.imageKey == m_image.cacheKey() &&
                         (m_copyImage.size() == place.pixelSize(pixelRatio()) || m_radius > 0 ||
-                         isDrawnByProcessor());
+                         rasterizer()->isProcessor());
     const QImage &shown = isCopy ? m_copyImage : m_image;
     if (isCopy) {
         place.source = shown.rect();

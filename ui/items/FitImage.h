@@ -19,7 +19,8 @@
 /// High quality is a cubic filter, so that the bitmap is as sharp enlarged as it is reduced. It
 /// makes a copy of exactly the shown size: at once when that takes less than half a frame, else on
 /// a worker thread. Until that is there a graphics card filters as well, at a price for each frame,
-/// so that nobody sees the copy come; without a card the bitmap is drawn plainly.
+/// so that nobody sees the copy come. Without a card larger copies are made at once, and the bitmap
+/// is drawn plainly until the largest ones are there.
 class FitImage : public AlignedItem {
     Q_OBJECT
     Q_PROPERTY(ScalingPool *pool READ pool WRITE setPool NOTIFY poolChanged REQUIRED)
@@ -74,6 +75,7 @@ protected:
     QSGNode *updatePaintNode(QSGNode *old, UpdatePaintNodeData *data) override;
     void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
+    void rasterizerChanged() override { refresh(); }
 
 private:
     /// What a copy of the shown size is made from.
@@ -98,7 +100,9 @@ private:
     /// Pixels of the window per pixel of the bitmap, in the direction that has fewer.
     [[nodiscard]] qreal scale(const PicturePlacement &place) const;
     [[nodiscard]] Drawing drawing(const PicturePlacement &place, bool isCopy) const;
-    [[nodiscard]] static QImage makeCopy(const QImage &image, const Copy &copy);
+    [[nodiscard]] static QImage makeCopy(const QImage &image, const Copy &copy,
+                                         QThreadPool *helpers);
+    [[nodiscard]] bool isMadeAtOnce(const Copy &copy) const;
     [[nodiscard]] std::optional<Copy> neededCopy() const;
     void wantCopy(const Copy &copy);
     QCoro::Task<> makeCopyElsewhere(Copy copy, std::stop_token stop);

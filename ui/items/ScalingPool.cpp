@@ -3,11 +3,18 @@
 
 #include "ui/items/ScalingPool.h"
 
-/// One picture is looked at, at a time; the other processors have pictures to decode.
-static constexpr int copiesAtOnce = 1;
+#include <QThread>
+
+#include <algorithm>
+
+/// The other processors have pictures to decode.
+static int threads()
+{
+    return std::max(1, QThread::idealThreadCount() / 2);
+}
 
 ScalingPool::ScalingPool(QObject *parent)
     : QThreadPool(parent)
 {
-    setMaxThreadCount(copiesAtOnce);
+    setMaxThreadCount(threads());
 }
