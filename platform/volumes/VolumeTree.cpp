@@ -73,10 +73,11 @@ QList<MountedVolume> arranged(std::vector<Candidate> candidates)
         return std::tuple(a.order, a.volume.mountPoint.native(), !a.isOnTop) <
                std::tuple(b.order, b.volume.mountPoint.native(), !b.isOnTop);
     });
-    const auto covered = std::ranges::unique(candidates, {}, [](const Candidate &candidate) {
-        return candidate.volume.mountPoint.native();
-    });
-    candidates.erase(covered.begin(), covered.end());
+    const auto isCovered = [](const Candidate &above, const Candidate &below) {
+        return above.volume.mountPoint.native() == below.volume.mountPoint.native();
+    };
+    candidates.erase(std::unique(candidates.begin(), candidates.end(), isCovered),
+                     candidates.end());
 
     QList<MountedVolume> volumes;
     for (auto &candidate : candidates) {
