@@ -14,8 +14,8 @@
 
 /// A copy is made at once when bitmap and copy together have at most so many pixels...
 static constexpr qint64 pixelsScaledAtOnce = 2'500'000;
-/// ... or so many where no card can filter; several threads need about half a frame.
-static constexpr qint64 pixelsScaledWithoutCard = 9'000'000;
+/// ... or so many for each thread where no card can filter, which need about half a frame.
+static constexpr qint64 pixelsScaledByThread = 4'500'000;
 /// Smaller ones the cards' filter, of eight by eight pixels, would not do justice.
 static constexpr qreal smallestFilteredScale = 0.5;
 
@@ -170,8 +170,12 @@ void FitImage::updatePolish()
 bool FitImage::isMadeAtOnce(const Copy &copy) const
 {
     const auto area = [](QSize size) { return qint64(size.width()) * size.height(); };
-    return area(copy.source.size()) + area(copy.size) <=
-           (rasterizer()->isProcessor() ? pixelsScaledWithoutCard : pixelsScaledAtOnce);
+    const auto pixels = area(copy.source.size()) + area(copy.size);
+    if (!rasterizer()->isProcessor()) {
+        return pixels <= pixelsScaledAtOnce;
+    }
+    const auto helpers = m_pool ? m_pool->maxThreadCount() : 0;
+    return pixels <= pixelsScaledByThread * (1 + helpers);
 }
 
 void FitImage::wantCopy(const Copy &copy)
@@ -188,7 +192,7 @@ QCoro::Task<> FitImage::makeCopyElsewhere(Copy copy, std::stop_token stop)
         return stop.stop_requested() ? QImage() : makeCopy(image, copy, pool);
     };
     const QImage image = co_await QtConcurrent::run(static_cast<QThreadPool *>(m_pool), make);
-    if (!self || copy != m_wanted) {
+    if (!self || stop.stop_requested()) {
         co_return;
     }
     m_copyImage = image;

@@ -86,11 +86,19 @@ void PixelImage::itemChange(ItemChange change, const ItemChangeData &data)
     AlignedItem::itemChange(change, data);
 }
 
+/// Qt's painter does not clear what an opaque picture leaves of a point that it covers in part.
+QImage PixelImage::tileImage(QRect part) const
+{
+    const QImage tile = view(m_image, part);
+    return rasterizer()->isPainter() ? tile.convertToFormat(QImage::Format_ARGB32_Premultiplied)
+                                     : tile;
+}
+
 QRectF PixelImage::imageRect() const
 {
-    const qreal scale = pixelRatio();
-    const QPointF exact(width() * 0.5 - m_anchor.x() / scale + m_pan.width(),
-                        height() * 0.5 - m_anchor.y() / scale + m_pan.height());
+    const QSizeF anchor = inPoints({m_anchor.x(), m_anchor.y()});
+    const QPointF exact(width() * 0.5 - anchor.width() + m_pan.width(),
+                        height() * 0.5 - anchor.height() + m_pan.height());
     // A corner between two pixels of the window would have every pixel resampled.
     return {onWholePixel(exact), inPoints(m_image.size())};
 }
@@ -130,7 +138,7 @@ QSGNode *PixelImage::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
                     tile = window()->createImageNode();
                     tile->setOwnsTexture(true);
                     tile->setFiltering(QSGTexture::Nearest);
-                    tile->setTexture(window()->createTextureFromImage(view(m_image, part)));
+                    tile->setTexture(window()->createTextureFromImage(tileImage(part)));
                     root->appendChildNode(tile);
                 }
                 const QPointF offset(part.x() * pixel.width(), part.y() * pixel.height());

@@ -35,6 +35,7 @@ public:
     void setPan(QSizeF pan);
 
     /// The bitmap's extent in the item's coordinates, its corner on a whole pixel of the window.
+    [[nodiscard]] QImage tileImage(QRect part) const;
     [[nodiscard]] QRectF imageRect() const;
 
 Q_SIGNALS:

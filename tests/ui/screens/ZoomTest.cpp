@@ -4,6 +4,7 @@
 #include "tests/ui/WindowBench.h"
 
 #include <QCoroTask>
+#include <QSGRendererInterface>
 
 #include <cmath>
 
@@ -70,6 +71,27 @@ private Q_SLOTS:
             QCOMPARE(bench.appState.zoomPan(), pan);
             QVERIFY(isShown(bench, middle, pan));
         }
+    }
+
+    void everyPixelIsOnePixelInAWindowOfAnySize_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("1001 by 701") << QSize(1001, 701);
+        QTest::newRow("1003 by 702") << QSize(1003, 702);
+        QTest::newRow("1178 by 799") << QSize(1178, 799);
+    }
+
+    void everyPixelIsOnePixelInAWindowOfAnySize()
+    {
+        QFETCH(const QSize, size);
+        WindowBench bench(size);
+        zoom(bench, {});
+        bench.key(Qt::Key_Left);
+
+        press(bench);
+        moveTo(bench, {21, -13});
+
+        QVERIFY(isShown(bench, {1500, 1000}, {101, -13}));
     }
 
     void everyPixelIsOnePixelDuringAndAfterDrags()
@@ -237,15 +259,26 @@ private:
     /// middle of the view, moved by @p pan in points; as near to it as whole pixels allow.
     [[nodiscard]] bool isShown(const WindowBench &bench, QPointF anchor, QSizeF pan) const
     {
-        const qreal ratio = bench.window->effectiveDevicePixelRatio();
+        const QImage whole = bench.window->grabWindow();
+        // A window whose pixels are no whole number of points is stretched over the next whole
+        // number of them on a graphics card, and has a margin without.
+        const qreal nominal = bench.window->effectiveDevicePixelRatio();
+        const bool isStretched =
+            bench.window->rendererInterface()->graphicsApi() != QSGRendererInterface::Software;
+        const QPointF ratio = isStretched ? QPointF(whole.width() / qreal(bench.window->width()),
+                                                    whole.height() / qreal(bench.window->height()))
+                                          : QPointF(nominal, nominal);
+        const auto inPixels = [&](QPointF point) {
+            return QPointF(point.x() * ratio.x(), point.y() * ratio.y());
+        };
         const QRectF view = WindowBench::rectOf(bench.find(u"pixels"_s));
-        const auto exact = (view.center() + QPointF(pan.width(), pan.height())) * ratio - anchor;
+        const auto exact = inPixels(view.center() + QPointF(pan.width(), pan.height())) - anchor;
         // The step indicator lies over its upper end.
         const QRectF free = view.adjusted(0, 40, 0, 0);
-        const QRect pixels = QRectF(free.topLeft() * ratio, free.size() * ratio).toRect();
-        const QImage grab = bench.window->grabWindow()
-                                .copy(pixels.adjusted(1, 1, -1, -1))
-                                .convertToFormat(QImage::Format_RGB32);
+        const QRect pixels =
+            QRectF(inPixels(free.topLeft()), inPixels(free.bottomRight())).toRect();
+        const QImage grab =
+            whole.copy(pixels.adjusted(1, 1, -1, -1)).convertToFormat(QImage::Format_RGB32);
         const QPointF corner = exact - pixels.topLeft() - QPointF(1, 1);
         for (int x = int(std::ceil(corner.x() - 0.501)); x <= corner.x() + 0.501; ++x) {
             for (int y = int(std::ceil(corner.y() - 0.501)); y <= corner.y() + 0.501; ++y) {
