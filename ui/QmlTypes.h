@@ -5,6 +5,7 @@
 
 #include "app/AppState.h"
 #include "app/MenuCommands.h"
+#include "ui/announcements/Announcer.h"
 #include "ui/items/FitImage.h"
 #include "ui/items/PixelImage.h"
 #include "ui/items/Symbol.h"
@@ -84,6 +85,12 @@ struct ListModelForQml {
     Q_GADGET
     QML_FOREIGN(QAbstractListModel)
     QML_ANONYMOUS
+};
+
+struct AnnouncerForQml {
+    Q_GADGET
+    QML_FOREIGN(Announcer)
+    QML_NAMED_ELEMENT(Announcer)
 };
 
 struct FitImageForQml {

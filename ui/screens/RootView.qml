@@ -81,4 +81,8 @@ Rectangle {
         anchors.right: parent.right
         appState: root.appState
     }
+
+    SpokenStatus {
+        appState: root.appState
+    }
 }
