@@ -17,11 +17,20 @@ T.MenuItem {
     implicitHeight: Math.max(26, Look.pixels(18) + 8)
     leftPadding: 12
     rightPadding: 12
-    focusPolicy: Qt.NoFocus
+    focusPolicy: Qt.TabFocus // or arrows pass it over
     width: ListView.view ? ListView.view.width : implicitWidth
 
     Accessible.role: Accessible.MenuItem
     Accessible.name: root.text
+    // Qt Quick 6.4 tells nobody that something is disabled.
+    Accessible.description: root.enabled ? root.shortcutText : qsTr("not available")
+    Accessible.onPressAction: {
+        if (root.action) {
+            root.action.trigger();
+        } else if (root.enabled) {
+            root.clicked();
+        }
+    }
 
     contentItem: Label {
         name: root.text

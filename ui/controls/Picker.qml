@@ -21,6 +21,8 @@ T.ComboBox {
 
     Accessible.role: Accessible.ComboBox
     Accessible.name: root.name
+    Accessible.description: root.displayText
+    Accessible.onPressAction: root.popup.open()
 
     contentItem: Text {
         verticalAlignment: Text.AlignVCenter
@@ -60,6 +62,10 @@ T.ComboBox {
 
         Accessible.role: Accessible.ListItem
         Accessible.name: choice.modelData
+        Accessible.onPressAction: {
+            root.popup.close();
+            root.activated(choice.index);
+        }
 
         contentItem: Text {
             verticalAlignment: Text.AlignVCenter

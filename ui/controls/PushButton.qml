@@ -28,6 +28,13 @@ T.Button {
 
     Accessible.role: Accessible.Button
     Accessible.name: root.text
+    Accessible.description: root.enabled ? "" : qsTr("not available")
+    // The templates of Qt Quick 6.4 do not do what a screen reader asks of them.
+    Accessible.onPressAction: {
+        if (root.enabled) {
+            root.clicked();
+        }
+    }
 
     contentItem: Label {
         text: root.text

@@ -22,6 +22,12 @@ T.AbstractButton {
 
     Accessible.role: Accessible.Button
     Accessible.name: root.name
+    // The templates of Qt Quick 6.4 do not do what a screen reader asks of them.
+    Accessible.onPressAction: {
+        if (root.enabled) {
+            root.clicked();
+        }
+    }
 
     contentItem: Item {
         Symbol {

@@ -46,6 +46,11 @@ QHash<int, QByteArray> RejectsModel::roleNames() const
     return ItemRole::names();
 }
 
+QString RejectsModel::selectedName() const
+{
+    return hasSelected() ? m_selectedItem.displayName() : QString();
+}
+
 bool RejectsModel::selectedIsVideo() const
 {
     return m_selectedItem.kind == MediaKind::video;

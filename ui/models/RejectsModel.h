@@ -17,6 +17,7 @@ class RejectsModel : public QAbstractListModel {
     Q_PROPERTY(qint64 count READ count NOTIFY countChanged)
     Q_PROPERTY(bool hasSelected READ hasSelected NOTIFY selectedItemChanged)
     Q_PROPERTY(MediaItem selectedItem READ selectedItem NOTIFY selectedItemChanged)
+    Q_PROPERTY(QString selectedName READ selectedName NOTIFY selectedItemChanged)
     Q_PROPERTY(bool selectedIsVideo READ selectedIsVideo NOTIFY selectedItemChanged)
 
 public:
@@ -37,6 +38,7 @@ public:
     /// One without an id when there is none.
     [[nodiscard]] const MediaItem &selectedItem() const { return m_selectedItem; }
 
+    [[nodiscard]] QString selectedName() const;
     [[nodiscard]] bool selectedIsVideo() const;
 
 Q_SIGNALS:

@@ -50,6 +50,9 @@ Column {
         text: qsTr("⇥ Tab to switch card")
         color: Look.tertiary
         font.pixelSize: Look.caption
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     Connections {

@@ -29,6 +29,9 @@ Item {
         textFormat: Text.PlainText
         color: Look.primary
         font.pixelSize: Look.body
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     Column {
@@ -58,6 +61,9 @@ Item {
                 color: Look.primary
                 font.pixelSize: Look.title
                 font.bold: true
+
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
 
             Text {
@@ -71,6 +77,9 @@ Item {
                 textFormat: Text.PlainText
                 color: Look.secondary
                 font.pixelSize: Look.body
+
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
 
             Text {
@@ -83,6 +92,9 @@ Item {
                 horizontalAlignment: Text.AlignHCenter
                 color: Look.tertiary
                 font.pixelSize: Look.callout
+
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
 
             Column {

@@ -58,6 +58,9 @@ FocusScope {
             wrapMode: Text.Wrap
             color: Look.secondary
             font.pixelSize: Look.callout
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         Row {

@@ -42,6 +42,12 @@ Item {
         clip: true
         color: Look.black
 
+        // Whatever it is shown by: as a whole, at 100 % or playing.
+        Accessible.role: Accessible.Graphic
+        Accessible.name: session.currentName
+        Accessible.description: root.spokenDescription()
+        Accessible.ignored: !session.hasCurrent
+
         FitImage {
             objectName: "picture"
             pool: ScalingPool
@@ -134,5 +140,14 @@ Item {
         appState: root.appState
         session: session
         thumbSize: 56
+    }
+
+    function spokenDescription(): string {
+        const place = qsTr("%1 of %2").arg(Numbers.plain(session.currentIndex + 1)).arg(Numbers.plain(session.count));
+        const kind = session.currentIsVideo ? ", " + qsTr("clip") : "";
+        const decision = session.currentRejected ? ", " + qsTr("rejected") : "";
+        const zoom = root.showsZoom ? ", " + qsTr("zoom 100%") : "";
+        const fault = root.showsPhoto && picture.failed ? ", " + qsTr("cannot be shown") : "";
+        return place + kind + decision + zoom + fault;
     }
 }

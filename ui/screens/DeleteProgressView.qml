@@ -21,8 +21,8 @@ Item {
             objectName: "progress"
             anchors.horizontalCenter: parent.horizontalCenter
             width: 320
-            to: Math.max(root.total, 1)
-            value: root.done
+            done: root.done
+            total: Math.max(root.total, 1)
             name: progressText.text
         }
 

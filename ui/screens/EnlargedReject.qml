@@ -12,6 +12,7 @@ Rectangle {
 
     required property AppState appState
     required property mediaItem item
+    required property string displayName
     required property bool isVideo
 
     readonly property bool showsZoom: !root.isVideo && root.appState.zoomed
@@ -40,6 +41,10 @@ Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: hint.top
+
+        Accessible.role: Accessible.Graphic
+        Accessible.name: root.displayName
+        Accessible.description: root.isVideo ? qsTr("rejected, clip") : root.showsZoom ? qsTr("rejected, zoom 100%") : qsTr("rejected")
 
         FitImage {
             objectName: "enlargedPicture"
@@ -87,5 +92,8 @@ Rectangle {
         text: qsTr("Space to close · X to rescue · Z to zoom")
         color: Look.secondary
         font.pixelSize: Look.caption
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: hint.text
     }
 }

@@ -104,11 +104,17 @@ Rectangle {
     }
 
     component Value: Text {
+        id: value
+
         anchors.verticalCenter: parent?.verticalCenter
         color: Look.white
         opacity: 0.9
         textFormat: Text.PlainText
         font.pixelSize: Look.pixels(12)
         font.family: Look.monospaced
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: value.text
+        Accessible.ignored: value.text === ""
     }
 }

@@ -17,6 +17,8 @@ Item {
     required property bool rejected
     required property bool isVideo
     required property bool current
+    // Of all items.
+    required property int total
 
     // By other means than a click.
     signal activated
@@ -33,6 +35,7 @@ Item {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: root.spokenName()
+    Accessible.description: qsTr("%1 of %2").arg(root.index + 1).arg(root.total)
     Accessible.selectable: true
     Accessible.selected: root.current
     Accessible.onPressAction: root.activated()

@@ -54,6 +54,7 @@ Rectangle {
         delegate: FilmstripThumb {
             appState: root.appState
             current: index === root.session.currentIndex
+            total: Number(root.session.count)
             y: 4
             width: root.thumbSize
             height: root.thumbSize
@@ -139,6 +140,9 @@ Rectangle {
             color: Look.primary
             font.pixelSize: Look.pixels(11)
             font.family: Look.monospaced
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: position.text
         }
 
         Text {
@@ -148,6 +152,9 @@ Rectangle {
             color: root.session.rejectedCount > 0 ? Look.red : Look.secondary
             font.pixelSize: Look.pixels(11)
             font.family: Look.monospaced
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 

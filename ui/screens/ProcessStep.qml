@@ -20,6 +20,13 @@ T.AbstractButton {
 
     Accessible.role: Accessible.Button
     Accessible.name: root.text
+    Accessible.description: root.place === 0 ? qsTr("current step") : root.enabled ? "" : qsTr("not available")
+    // The templates of Qt Quick 6.4 do not do what a screen reader asks of them.
+    Accessible.onPressAction: {
+        if (root.enabled) {
+            root.clicked();
+        }
+    }
 
     contentItem: Text {
         text: root.text

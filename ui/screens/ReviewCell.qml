@@ -16,11 +16,16 @@ Item {
     required property string displayName
     required property bool isVideo
     required property bool selected
+    // Of all rejects.
+    required property int total
 
     signal activated
 
-    Accessible.role: Accessible.Button
-    Accessible.name: root.displayName
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.spokenName()
+    Accessible.description: qsTr("%1 of %2").arg(root.index + 1).arg(root.total)
+    Accessible.selectable: true
+    Accessible.selected: root.selected
     Accessible.onPressAction: root.activated()
 
     ThumbnailLoader {
@@ -101,5 +106,12 @@ Item {
 
     TapHandler {
         onTapped: root.activated()
+    }
+
+    function spokenName(): string {
+        const kind = root.isVideo ? ", " + qsTr("clip") : "";
+        const place = root.selected ? ", " + qsTr("selected") : "";
+        const fault = thumb.failed ? ", " + qsTr("cannot be shown") : "";
+        return root.displayName + kind + place + fault;
     }
 }

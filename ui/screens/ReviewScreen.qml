@@ -36,6 +36,9 @@ Item {
         color: Look.primary
         font.pixelSize: Look.title3
         font.bold: true
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: title.text
     }
 
     Text {
@@ -47,6 +50,9 @@ Item {
         text: qsTr("Nothing rejected. Esc to keep culling.")
         color: Look.secondary
         font.pixelSize: Look.body
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     GridView {
@@ -73,9 +79,13 @@ Item {
         currentIndex: -1
         model: cellWidth > 2 * gap ? rejects : null
 
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Rejects")
+
         delegate: ReviewCell {
             appState: root.appState
             selected: index === root.appState.reviewSelection
+            total: Number(rejects.count)
             width: grid.cellWidth - grid.gap
             height: grid.cellHeight - grid.gap
             onActivated: root.appState.reviewSelection = index
@@ -119,6 +129,9 @@ Item {
                 text: qsTr("Esc back · Space enlarge · X rescue · ⏎ delete")
                 color: Look.secondary
                 font.pixelSize: Look.caption
+
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
 
             ReadOnlyNote {
@@ -149,6 +162,7 @@ Item {
             anchors.fill: parent
             appState: root.appState
             item: rejects.selectedItem
+            displayName: rejects.selectedName
             isVideo: rejects.selectedIsVideo
         }
     }

@@ -38,6 +38,9 @@ Item {
             color: Look.primary
             font.pixelSize: Look.title3
             font.bold: true
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         Text {
@@ -50,6 +53,9 @@ Item {
             text: qsTr("%1 could not be deleted.").arg(Numbers.plain(root.failed))
             color: Look.primary
             font.pixelSize: Look.body
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         Text {
@@ -61,6 +67,9 @@ Item {
             text: root.failed === 0 ? qsTr("Card ready to import in Photos or Lightroom.") : qsTr("Re-run the cull on this card to retry the remainder.")
             color: Look.secondary
             font.pixelSize: Look.body
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         FailureList {

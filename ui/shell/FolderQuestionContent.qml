@@ -48,6 +48,9 @@ FocusScope {
             elide: Text.ElideMiddle
             color: Look.secondary
             font.pixelSize: Look.callout
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         Row {
