@@ -53,6 +53,7 @@ T.ApplicationWindow {
         anchors.right: parent.right
         window: root
         fillsScreen: root.fillsScreen
+        popupOpen: root.popupOpen
         menuCommands: root.menuCommands
     }
 

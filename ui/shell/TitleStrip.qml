@@ -14,6 +14,8 @@ Item {
 
     required property Window window
     required property bool fillsScreen
+    // Whether a menu, a list or a dialog has the keys.
+    required property bool popupOpen
     required property MenuCommands menuCommands
 
     objectName: "titleStrip"
@@ -38,7 +40,7 @@ Item {
         objectName: "menuButton"
         symbolKind: Symbol.Menu
         name: qsTr("Menu")
-        onClicked: menu.popup(menuButton, 4, root.height)
+        onClicked: root.openMenu(null)
     }
 
     MainMenu {
@@ -73,6 +75,23 @@ Item {
             hoverColor: Look.red
             onClicked: root.window.close()
         }
+    }
+
+    // With its first entry chosen, so that arrows go on from there.
+    Shortcut {
+        sequence: "F10"
+        context: Qt.ApplicationShortcut
+        onActivated: {
+            if (menu.visible) {
+                menu.close();
+            } else if (!root.popupOpen) {
+                root.openMenu(menu.itemAt(0));
+            }
+        }
+    }
+
+    function openMenu(chosen: Item): void {
+        menu.popup(menuButton, 4, root.height, chosen);
     }
 
     function toggleMaximized(): void {

@@ -97,7 +97,87 @@ private Q_SLOTS:
         QCOMPARE(app().session()->currentIndex(), 1);
     }
 
+    void f10OpensTheMenuAndArrowsGoThroughIt()
+    {
+        m_bench->key(Qt::Key_F10);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Cull"_s).isEmpty());
+        QTRY_VERIFY(chosen(u"Kestle"_s));
+
+        m_bench->key(Qt::Key_Down);
+        m_bench->key(Qt::Key_Down);
+        m_bench->key(Qt::Key_Right);
+        QTRY_VERIFY(chosen(u"Reject (X)"_s));
+        m_bench->key(Qt::Key_Down);
+        m_bench->key(Qt::Key_Down);
+        QTRY_VERIFY(chosen(u"Toggle Info (I)"_s));
+        m_bench->key(Qt::Key_Return);
+
+        QTRY_VERIFY(!app().showExifBar());
+        expectKeysInTheWindow();
+    }
+
+    void f10AndEscapeCloseTheMenu_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("F10") << Qt::Key_F10;
+        QTest::newRow("Escape") << Qt::Key_Escape;
+    }
+
+    void f10AndEscapeCloseTheMenu()
+    {
+        QFETCH(const Qt::Key, key);
+        m_bench->key(Qt::Key_F10);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Cull"_s).isEmpty());
+
+        m_bench->key(key);
+
+        expectKeysInTheWindow();
+    }
+
+    void f10OpensTheMenuOfAStripThatIsHidden()
+    {
+        m_bench->key(Qt::Key_F11);
+        QVERIFY(!m_bench->find(u"menuButton"_s));
+
+        m_bench->key(Qt::Key_F10);
+
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Cull"_s).isEmpty());
+        m_bench->key(Qt::Key_Escape);
+        expectKeysInTheWindow();
+    }
+
+    void f10DoesNotReachAroundTheQuestion()
+    {
+        m_bench->key(Qt::Key_X);
+        m_bench->key(Qt::Key_Return);
+        m_bench->key(Qt::Key_Return);
+        QTRY_VERIFY(m_bench->find(u"cancelButton"_s));
+
+        m_bench->key(Qt::Key_F10);
+        QTest::qWait(50);
+
+        QVERIFY(m_bench->itemsShowing(u"Kestle"_s).isEmpty());
+        m_bench->key(Qt::Key_Escape);
+        QTRY_VERIFY(!app().confirmingDelete());
+        QCOMPARE(app().phase(), Phase::review());
+    }
+
 private:
+    bool chosen(const QString &command) const
+    {
+        const auto items = m_bench->itemsShowing(command);
+        return !items.isEmpty() &&
+               items.last()->parentItem()->parentItem()->property("highlighted").toBool();
+    }
+
+    void expectKeysInTheWindow() const
+    {
+        QTRY_VERIFY(!m_bench->window->property("popupOpen").toBool());
+        const auto index = app().session()->currentIndex();
+        m_bench->key(Qt::Key_Right);
+        QCOMPARE(app().session()->currentIndex(), index + 1);
+    }
+
     AppState &app() const { return m_bench->appState; }
 
     void openMenu(const QString &menu) const
