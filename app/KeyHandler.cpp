@@ -15,6 +15,17 @@ static constexpr qreal panStep = 80; // points
 static constexpr qint64 reviewColumns = 5;
 static constexpr VideoPlayer::Seconds seekStep(2);
 
+KeyHandler::KeyHandler(AppState &appState, std::chrono::milliseconds summaryStays)
+    : m_appState(appState)
+    , m_summaryStays(summaryStays)
+{
+    QObject::connect(&appState, &AppState::phaseChanged, &m_context, [this] {
+        if (m_appState.phase().kind == Kind::Summary) {
+            m_summaryIsNew.setRemainingTime(m_summaryStays, Qt::PreciseTimer);
+        }
+    });
+}
+
 bool KeyHandler::handleKey(const KeyPress &key)
 {
     if (key.command) {
@@ -57,7 +68,9 @@ bool KeyHandler::pressDefaultButton(const KeyPress &key)
         m_appState.phase().kind != Phase::Kind::Summary) {
         return false;
     }
-    m_appState.closeSummary();
+    if (m_summaryIsNew.hasExpired()) {
+        m_appState.closeSummary();
+    }
     return true;
 }
 

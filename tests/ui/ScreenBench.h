@@ -23,7 +23,8 @@
 /// The controller with real files in a temporary folder, and made-up pictures and settings.
 class ScreenBench {
 public:
-    ScreenBench()
+    /// A summary can be closed at once, where @p summaryStays does not say otherwise.
+    explicit ScreenBench(std::chrono::milliseconds summaryStays = {})
         : m_root(std::filesystem::canonical(m_folder.path().toStdString()))
         , defaults(m_root / "defaults.ini")
         , pipeline(
@@ -43,7 +44,7 @@ public:
                     .pipeline = &pipeline,
                     .cardReads = &cardReads,
                     .screenMaxPixel = [] { return 1200; }})
-        , keys(appState)
+        , keys(appState, summaryStays)
         , menuCommands(appState, keys)
     {
     }

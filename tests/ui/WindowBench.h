@@ -15,8 +15,9 @@
 /// The real main window over a ScreenBench, with keys and mouse as a user has them.
 class WindowBench : public ScreenBench {
 public:
-    explicit WindowBench(QSize size = {1000, 700})
-        : monitor({.handleKey =
+    explicit WindowBench(QSize size = {1000, 700}, std::chrono::milliseconds summaryStays = {})
+        : ScreenBench(summaryStays)
+        , monitor({.handleKey =
                        [this](const KeyPress &key) {
                            return keys.handleKey(key) || keys.pressDefaultButton(key);
                        },

@@ -414,6 +414,39 @@ private Q_SLOTS:
         QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
     }
 
+    void aSecondReturnDoesNotCloseTheSummaryUnread()
+    {
+        WindowBench bench({1000, 700}, KeyHandler::glance);
+        review(bench, 2);
+        bench.files->removalsFail = true;
+        bench.key(Qt::Key_Return);
+        QTRY_VERIFY(bench.find(u"cancelButton"_s));
+        bench.key(Qt::Key_Left);
+        bench.key(Qt::Key_Return);
+        QTRY_COMPARE(bench.appState.phase().kind, Phase::Kind::Summary);
+
+        bench.key(Qt::Key_Return);
+
+        QCOMPARE(bench.appState.phase().kind, Phase::Kind::Summary);
+        QTest::qWait(KeyHandler::glance.count() + 50);
+        QCOMPARE(bench.text(u"failures"_s), u"2 could not be deleted."_s);
+        bench.key(Qt::Key_Return);
+        QCOMPARE(bench.appState.phase(), Phase::cardReady(true));
+    }
+
+    void theButtonOfTheSummaryCanBeClickedAtOnce()
+    {
+        WindowBench bench({1000, 700}, std::chrono::hours(1));
+        review(bench, 2);
+        bench.appState.performDelete();
+        QTRY_VERIFY(bench.find(u"doneButton"_s));
+        bench.waitForFrames();
+
+        bench.click(u"doneButton"_s);
+
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+    }
+
     void returnInAMenuOverTheSummaryDoesNotCloseTheSummary()
     {
         WindowBench bench;
