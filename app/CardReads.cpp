@@ -22,6 +22,7 @@ void CardReads::beginSelection(qint64 number)
     if (m_selection != number) {
         m_selection = number;
         m_pool.renew();
+        m_sizes.clear();
     }
 }
 
@@ -62,4 +63,10 @@ QFuture<QHash<QString, qint64>> CardReads::sizes(const QList<MediaItem> &items,
         return sizes;
     };
     return m_pool.run(std::move(ask));
+}
+
+std::optional<qint64> CardReads::rememberedSize(const QString &id) const
+{
+    const auto size = m_sizes.constFind(id);
+    return size != m_sizes.cend() ? std::optional(*size) : std::nullopt;
 }

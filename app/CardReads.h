@@ -44,10 +44,16 @@ public:
     [[nodiscard]] QFuture<QHash<QString, qint64>> sizes(const QList<MediaItem> &items,
                                                         std::stop_token stop);
 
+    /// What sizes() has brought, for as long as the card stays selected.
+    void rememberSizes(const QHash<QString, qint64> &sizes) { m_sizes.insert(sizes); }
+
+    [[nodiscard]] std::optional<qint64> rememberedSize(const QString &id) const;
+
 private:
     std::shared_ptr<const MetadataReading> m_reader;
     std::shared_ptr<const FileManager> m_fileManager;
     std::shared_ptr<const RememberedMetadata> m_remembered;
+    QHash<QString, qint64> m_sizes; ///< bytes by item id
     RenewablePool m_pool;
     qint64 m_selection = 0;
 };

@@ -92,8 +92,10 @@ void RejectTotals::count(qint64 row, bool rejected)
     m_files += sign * filesOf(item);
     auto size = m_sizes.constFind(item.id);
     if (size == m_sizes.cend()) {
-        size = m_sizes.insert(item.id, std::nullopt);
-        m_unasked.append(item);
+        size = m_sizes.insert(item.id, m_appState->cardReads()->rememberedSize(item.id));
+        if (!*size) {
+            m_unasked.append(item);
+        }
     }
     if (*size) {
         m_bytes += sign * **size;
@@ -132,6 +134,7 @@ QCoro::Task<> RejectTotals::ask(QList<MediaItem> items, std::stop_token stop)
     if (!self || generation != m_generation) {
         co_return;
     }
+    m_appState->cardReads()->rememberSizes(sizes);
     for (auto size = sizes.cbegin(); size != sizes.cend(); ++size) {
         m_sizes.insert(size.key(), size.value());
     }

@@ -14,7 +14,8 @@
 #include <stop_token>
 
 /// How many items and files the session's rejects are, and how much room they take. Sizes are asked
-/// of the card once for each item, off the main thread. Main thread only.
+/// of the card once for each item as long as it stays selected, off the main thread. Main thread
+/// only.
 class RejectTotals : public QObject {
     Q_OBJECT
     Q_PROPERTY(AppState *appState READ appState WRITE setAppState NOTIFY appStateChanged REQUIRED)

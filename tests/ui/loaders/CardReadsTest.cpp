@@ -126,6 +126,52 @@ private Q_SLOTS:
         QCOMPARE(loader.anchor(), QPointF(1500, 1000));
     }
 
+    void sizesAreAskedOnceAsLongAsTheCardStaysSelected()
+    {
+        ScreenBench bench;
+        bench.cull({"DSCF0001.JPG", "DSCF0002.JPG", "DSCF0003.JPG"});
+        bench.press(u"x"_s);
+        {
+            RejectTotals totals;
+            totals.setAppState(&bench.appState);
+            QTRY_COMPARE(totals.sizeText(), u"100 bytes"_s);
+        }
+        std::ofstream(bench.cardRoot / "DCIM/100_FUJI/DSCF0001.JPG") << std::string(500, 'x');
+
+        RejectTotals again;
+        again.setAppState(&bench.appState);
+
+        QCOMPARE(again.sizeText(), u"100 bytes"_s); // without a look at the card
+        bench.press(u"x"_s);
+        QTRY_COMPARE(again.sizeText(), u"200 bytes"_s); // of another one, it asks
+    }
+
+    void anotherCardsSizesAreItsOwn()
+    {
+        ScreenBench bench;
+        bench.cull({"DSCF0001.JPG", "DSCF0002.JPG"});
+        bench.press(u"x"_s);
+        {
+            RejectTotals totals;
+            totals.setAppState(&bench.appState);
+            QTRY_COMPARE(totals.sizeText(), u"100 bytes"_s);
+        }
+        bench.volumes.unmount(bench.cardRoot);
+        QTRY_COMPARE(bench.appState.phase(), Phase::waitingForCard());
+        const auto other = bench.mountLater("OTHER", {"DSCF0001.JPG", "DSCF0002.JPG"});
+        std::ofstream(other / "DCIM/100_FUJI/DSCF0001.JPG") << std::string(500, 'x');
+        bench.mountCard("OTHER", {});
+        QTRY_COMPARE(bench.appState.phase(), Phase::cardReady(false));
+        bench.appState.startCulling();
+        QTRY_COMPARE(bench.appState.phase(), Phase::culling());
+        bench.press(u"x"_s);
+
+        RejectTotals totals;
+        totals.setAppState(&bench.appState);
+
+        QTRY_COMPARE(totals.sizeText(), u"500 bytes"_s);
+    }
+
     void sizesAreUnknownUntilTheCardHasAnswered()
     {
         ScreenBench bench;
