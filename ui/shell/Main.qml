@@ -54,6 +54,7 @@ T.ApplicationWindow {
         window: root
         fillsScreen: root.fillsScreen
         popupOpen: root.popupOpen
+        isCovered: root.appState.reviewEnlarged && root.appState.phase.kind === Phase.Review
         menuCommands: root.menuCommands
     }
 

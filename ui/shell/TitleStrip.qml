@@ -16,12 +16,15 @@ Item {
     required property bool fillsScreen
     // Whether a menu, a list or a dialog has the keys.
     required property bool popupOpen
+    // Whether a screen covers the strip and has the mouse there; the buttons stay on top.
+    required property bool isCovered
     required property MenuCommands menuCommands
 
     objectName: "titleStrip"
     implicitHeight: 32
 
     DragHandler {
+        enabled: !root.isCovered
         target: null
         onActiveChanged: {
             if (active) {
@@ -31,6 +34,7 @@ Item {
     }
 
     TapHandler {
+        enabled: !root.isCovered
         onDoubleTapped: root.toggleMaximized()
     }
 
