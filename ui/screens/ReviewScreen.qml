@@ -92,6 +92,7 @@ Item {
         }
 
         onMovementStarted: scroll.stop()
+        onContentYChanged: lingering.restart()
         onHeightChanged: root.revealSelection(false)
         onCellHeightChanged: root.revealSelection(false)
         onCountChanged: root.revealSelection(false)
@@ -103,6 +104,31 @@ Item {
             property: "contentY"
             duration: 150
             easing.type: Easing.OutQuad
+        }
+    }
+
+    // Where one is among many rows, as long as they move and a moment more.
+    Rectangle {
+        objectName: "scrollIndicator"
+        x: root.width - width - 4
+        y: grid.y + Math.min(grid.visibleArea.yPosition * grid.height, grid.height - height)
+        width: 4
+        height: Math.min(Math.max(32, grid.visibleArea.heightRatio * grid.height), grid.height)
+        radius: 2
+        visible: grid.visible && grid.visibleArea.heightRatio < 1 && opacity > 0
+        opacity: lingering.running ? 1 : 0
+        color: Look.tertiary
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: 200
+            }
+        }
+
+        Timer {
+            id: lingering
+
+            interval: 900
         }
     }
 
