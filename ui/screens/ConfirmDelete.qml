@@ -47,9 +47,12 @@ T.Popup {
         itemCount: root.itemCount
         fileCount: root.fileCount
         sizeText: root.sizeText
+        // A button that was held while the question was cancelled is still let go afterwards.
         onConfirmed: {
-            root.appState.confirmingDelete = false;
-            root.appState.performDelete();
+            if (root.appState.confirmingDelete) {
+                root.appState.confirmingDelete = false;
+                root.appState.performDelete();
+            }
         }
         onCancelled: root.appState.confirmingDelete = false
     }

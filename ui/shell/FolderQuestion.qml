@@ -43,7 +43,12 @@ T.Popup {
         title: root.title
         acceptLabel: root.acceptLabel
         folder: root.folder
-        onAccepted: root.accepted()
+        // A button that was held while the question was refused is still let go afterwards.
+        onAccepted: {
+            if (root.visible) {
+                root.accepted();
+            }
+        }
         onRejected: root.rejected()
     }
 }

@@ -64,6 +64,21 @@ private Q_SLOTS:
         QCOMPARE(m_answers.last(), Answer("/media/user/CARD"));
     }
 
+    void aPressThatIsHeldWhileTheQuestionIsRefusedAcceptsNothing()
+    {
+        open();
+        m_bench->waitForFrames();
+        const auto place = WindowBench::rectOf(m_bench->find(u"acceptFolder"_s)).center().toPoint();
+        QTest::mousePress(m_bench->window, Qt::LeftButton, {}, place);
+
+        m_bench->key(Qt::Key_Escape);
+        QTRY_COMPARE(m_answers, QList<Answer>{Answer()});
+        QTest::mouseRelease(m_bench->window, Qt::LeftButton, {}, place);
+        QTest::qWait(50);
+
+        QCOMPARE(m_answers, QList<Answer>{Answer()});
+    }
+
     void tabGoesToCancel()
     {
         open();
