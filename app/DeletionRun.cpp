@@ -9,6 +9,8 @@
 #include <QPointer>
 #include <QtConcurrent/qtconcurrentrun.h>
 
+#include <atomic>
+
 /// A run whose card hangs keeps its thread, and must hold up no other card.
 static constexpr int runsAtOnce = 32;
 
@@ -57,9 +59,15 @@ QCoro::Task<> DeletionRun::run(Job job, std::stop_token stop)
     const QPointer self(this);
     const auto number = m_run;
     // The work never outlives this object, which waits for it; what it posts may.
-    const auto progress = [this, number](qint64 done, qint64 total) {
-        QMetaObject::invokeMethod(
-            this, [=, this] { tellProgress(number, done, total); }, Qt::QueuedConnection);
+    // The small files of a quick card are gone faster than anybody can be told: what has not been
+    // told yet is told as one.
+    const auto untold = std::make_shared<std::atomic<qint64>>(0);
+    const auto progress = [this, number, untold](qint64 done, qint64 total) {
+        if (untold->exchange(done) == 0) {
+            QMetaObject::invokeMethod(
+                this, [=, this] { tellProgress(number, untold->exchange(0), total); },
+                Qt::QueuedConnection);
+        }
     };
     const auto work = [job, progress, stop, files = m_fileManager] {
         return DeleteEngine::deleteFiles(DeleteEngine::urls(job.rejects), job.volumeURL, *files,

@@ -186,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(app().phase(), Phase::waitingForCard());
     }
 
-    void progressCountsFileByFileAndEndsWithTheResult()
+    void progressGrowsToTheLastFileAndEndsWithTheResult()
     {
         m_bench->cull(5);
         m_bench->rejectAll();
@@ -200,11 +200,13 @@ private Q_SLOTS:
 
         QTRY_COMPARE(app().phase(), Phase::summary(5, 0, 0));
         QTest::qWait(20);
-        const QList<Phase> expected = {Phase::deleting(0, 5),  Phase::deleting(1, 5),
-                                       Phase::deleting(2, 5),  Phase::deleting(3, 5),
-                                       Phase::deleting(4, 5),  Phase::deleting(5, 5),
-                                       Phase::summary(5, 0, 0)};
-        QCOMPARE(phases, expected);
+        QCOMPARE(phases.first(), Phase::deleting(0, 5));
+        QCOMPARE(phases.last(), Phase::summary(5, 0, 0));
+        QCOMPARE(phases.at(phases.size() - 2), Phase::deleting(5, 5));
+        for (qsizetype place = 1; place < phases.size() - 1; ++place) {
+            QCOMPARE(phases.at(place).kind, Phase::Kind::Deleting);
+            QVERIFY(phases.at(place).doneCount > phases.at(place - 1).doneCount);
+        }
     }
 
     void aRunJudgesTheRejectsItTookAlong()

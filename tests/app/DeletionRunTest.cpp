@@ -46,7 +46,24 @@ private Q_SLOTS:
         QTRY_COMPARE(m_told.value(m_told.size() - 1), u"kept 7, deleted 2, failed 0"_s);
         QTest::qWait(20);
         QCOMPARE(m_told.last(), u"kept 7, deleted 2, failed 0"_s);
-        QCOMPARE(m_told.size(), 3);
+        QCOMPARE(m_told.at(m_told.size() - 2), u"2 of 2"_s);
+    }
+
+    void progressThatCouldNotBeToldInTimeIsToldAsOne()
+    {
+        std::vector<std::string> names;
+        for (int number = 0; number < 400; ++number) {
+            names.push_back("F" + std::to_string(number));
+        }
+        m_run->start(jobOf(names, 0));
+        while (m_files->removals < 400) {
+            QThread::msleep(1); // whose events wait
+        }
+
+        QTRY_COMPARE(m_told.value(m_told.size() - 1), u"kept 0, deleted 400, failed 0"_s);
+
+        QVERIFY(m_told.size() <= 4);
+        QCOMPARE(m_told.at(m_told.size() - 2), u"400 of 400"_s);
     }
 
     void aStoppedRunTellsNothingAndBeginsNoOtherFile()
