@@ -51,6 +51,12 @@ public:
         return m_readOnly.contains(folder);
     }
 
+    std::optional<qint64> fileSize(const std::filesystem::path &url) const override
+    {
+        waitWhile(sizesAreHeld);
+        return ForwardingFiles::fileSize(url);
+    }
+
     /// The card at @p folder is mounted read-only.
     void makeReadOnly(const std::filesystem::path &folder)
     {
@@ -60,11 +66,14 @@ public:
 
     mutable std::atomic_bool scanIsHeld = false;
     mutable std::atomic_bool removalIsHeld = false;
+    mutable std::atomic_bool sizesAreHeld = false;
     /// Holds the removals from cards that are held while this is the gate, also later ones.
     std::shared_ptr<std::atomic_bool> cardGate = std::make_shared<std::atomic_bool>(false);
     mutable std::atomic_int heldScans = 0; ///< how many wait
     mutable std::atomic_int removals = 0;  ///< how many have been begun
     std::atomic_bool removalsFail = false;
+    /// Names of files that cannot be removed. Not to be changed while a run may go on.
+    std::set<std::filesystem::path> stubborn;
 
 protected:
     std::unique_ptr<HeldCard> wrap(std::unique_ptr<HeldCard> card) const override
@@ -87,8 +96,9 @@ private:
             ++m_gates.removals;
             waitWhile(m_gates.removalIsHeld);
             waitWhile(*m_gate);
-            return m_gates.removalsFail ? std::make_error_code(std::errc::io_error)
-                                        : ForwardingHeldCard::remove(folder, name);
+            const bool fails = m_gates.removalsFail || m_gates.stubborn.contains(name);
+            return fails ? std::make_error_code(std::errc::io_error)
+                         : ForwardingHeldCard::remove(folder, name);
         }
 
     private:

@@ -55,6 +55,7 @@ public:
     {
         files->scanIsHeld = false;
         files->removalIsHeld = false;
+        files->sizesAreHeld = false;
         metadata->isHeld = false;
         pictures.letAllGo();
     }

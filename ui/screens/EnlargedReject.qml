@@ -55,6 +55,7 @@ Rectangle {
         }
 
         Spinner {
+            objectName: "enlargedSpinner"
             anchors.centerIn: parent
             visible: !root.isVideo && !root.showsZoom && !picture.hasImage
         }

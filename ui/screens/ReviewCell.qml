@@ -36,6 +36,7 @@ Item {
     }
 
     Rectangle {
+        objectName: "placeholder"
         anchors.fill: parent
         visible: !thumb.hasImage
         radius: 6
@@ -43,6 +44,7 @@ Item {
     }
 
     Symbol {
+        objectName: "broken"
         anchors.centerIn: parent
         visible: thumb.failed
         width: 32

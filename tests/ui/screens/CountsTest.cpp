@@ -69,6 +69,23 @@ private Q_SLOTS:
             QCOMPARE(item->property("text").toString(), text);
         }
     }
+
+    void aDeletionOfNothingShowsAnEmptyBar()
+    {
+        QQmlEngine engine;
+        engine.addImportPath(u"qrc:/"_s);
+        QQmlComponent component(&engine);
+        component.setData("import Kestle\nDeleteProgressView { done: 0; total: 0 }", {});
+
+        const std::unique_ptr<QObject> root(component.create());
+
+        QVERIFY2(root, qPrintable(component.errorString()));
+        QCOMPARE(root->findChild<QQuickItem *>(u"progress"_s)->property("position").toReal(), 0.0);
+        QCOMPARE(root->findChild<QQuickItem *>(u"progressDone"_s)->width(), 0.0);
+        QVERIFY(root->setProperty("total", 4));
+        QVERIFY(root->setProperty("done", 1));
+        QCOMPARE(root->findChild<QQuickItem *>(u"progressDone"_s)->width(), 80.0);
+    }
 };
 
 QTEST_MAIN(CountsTest)
