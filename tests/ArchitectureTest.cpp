@@ -57,6 +57,8 @@ private Q_SLOTS:
         QTest::newRow("FFmpeg") << u"<libav"_s
                                 << QStringList{u"platform/hevc/"_s, u"platform/media/"_s};
         QTest::newRow("nlohmann") << u"<nlohmann/"_s << QStringList{u"core/store/"_s};
+        QTest::newRow("OpenSSL") << u"<openssl/"_s << QStringList{u"platform/updates/"_s};
+        QTest::newRow("Qt Network") << u"<QNetwork"_s << QStringList{u"platform/updates/"_s};
         QTest::newRow("Qt D-Bus") << u"<QDBus"_s
                                   << QStringList{u"platform/access/"_s, u"platform/volumes/"_s};
         QTest::newRow("QML") << u"<QQml"_s << QStringList{u"ui/"_s};

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+#include <filesystem>
+#include <memory>
+
+/// How a search for a newer version ended.
+struct UpdateResult {
+    enum class Kind {
+        UpToDate,
+        KnownAlready, ///< the newest version is the one that the asker named
+        NewVersion,   ///< verified
+        NotReached,   ///< the feed or the download
+        NotAFeed,     ///< what came from the feed's address
+        NotVerified,  ///< the feed or the download is not what was signed
+        NotKept,      ///< no room for the download
+    };
+
+    Kind kind = Kind::UpToDate;
+    QString version = {};      ///< what versions are known by
+    QString shownVersion = {}; ///< what people call it
+    QString notes = {};        ///< plain text
+    QUrl page = {};            ///< only where the feed itself was signed
+    QString fileName = {};     ///< that the download should have; no path
+    /// The verified download, a file that goes with the last copy; nothing when there is none.
+    std::shared_ptr<const std::filesystem::path> download = {};
+};

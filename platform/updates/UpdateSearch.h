@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/updates/UpdateResult.h"
+
+#include <QObject>
+
+/// Finds out whether there is a newer version. Main thread only.
+class UpdateSearch : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Begins a search, which ends with finished(), later. The version @p known, if it is the
+    /// newest, is not looked at again. One search at a time.
+    virtual void start(const QString &known = {}) = 0;
+
+    /// Breaks the search off without a word.
+    virtual void stop() = 0;
+
+Q_SIGNALS:
+    void finished(const UpdateResult &result);
+};

@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/updates/Updater.h"
+
+#include <QCoroFuture>
+#include <QDir>
+#include <QFile>
+#include <QPointer>
+#include <QSysInfo>
+#include <QTemporaryFile>
+#include <QtConcurrent/qtconcurrentrun.h>
+
+using namespace Qt::StringLiterals;
+using Kind = UpdateResult::Kind;
+using Outcome = BoundedDownload::Outcome;
+
+Updater::Updater(UpdateFeed feed, Appcast::Host host, Options options, QObject *parent)
+    : UpdateSearch(parent)
+    , m_feed(std::move(feed))
+    , m_host(std::move(host))
+    , m_options(std::move(options))
+{
+    connect(&m_feedDownload, &BoundedDownload::finished, this, &Updater::takeFeed);
+    connect(&m_fileDownload, &BoundedDownload::finished, this, &Updater::takeDownload);
+}
+
+Updater::~Updater()
+{
+    stop();
+    m_pool.waitForDone();
+}
+
+Appcast::Host Updater::thisHost(const QString &version)
+{
+    return {.version = version, .systemVersion = QSysInfo::kernelVersion()};
+}
+
+void Updater::start(const QString &known)
+{
+    stop();
+    m_known = known;
+    m_feedBytes.setData({});
+    m_feedBytes.open(QIODevice::WriteOnly);
+    m_feedDownload.start(m_feed.address, m_options.feed, &m_feedBytes);
+}
+
+void Updater::stop()
+{
+    ++m_search;
+    m_feedDownload.stop();
+    m_fileDownload.stop();
+    m_feedBytes.close();
+    m_file.reset();
+}
+
+static Kind kindOf(Outcome outcome)
+{
+    switch (outcome) {
+    case Outcome::TooLarge:
+        return Kind::NotAFeed;
+    case Outcome::NotKept:
+        return Kind::NotKept;
+    default:
+        return Kind::NotReached;
+    }
+}
+
+void Updater::takeFeed(Outcome outcome)
+{
+    m_feedBytes.close();
+    if (outcome != Outcome::Complete) {
+        finish({.kind = kindOf(outcome)});
+        return;
+    }
+    const auto feed = SignedFeed::judged(m_feedBytes.data(), m_feed.key);
+    m_trust = feed.trust;
+    if (m_trust == SignedFeed::Trust::Forged ||
+        (m_feed.mustBeSigned && m_trust != SignedFeed::Trust::Signed)) {
+        finish({.kind = Kind::NotVerified});
+        return;
+    }
+    const auto appcast = Appcast::read(feed.content, m_feed.address);
+    if (!appcast) {
+        finish({.kind = Kind::NotAFeed});
+        return;
+    }
+    const auto newest = appcast->newestFor(m_host, m_trust == SignedFeed::Trust::Signed);
+    if (!newest) {
+        finish({.kind = Kind::UpToDate});
+        return;
+    }
+    m_item = *newest;
+    if (m_item.version == m_known) {
+        finish({.kind = Kind::KnownAlready, .version = m_known});
+    } else if (m_item.download.isEmpty()) {
+        finish(offer());
+    } else {
+        fetch();
+    }
+}
+
+void Updater::fetch()
+{
+    auto limits = m_options.download;
+    if (m_item.length > limits.size) {
+        finish({.kind = Kind::NotVerified});
+        return;
+    }
+    limits.size = m_item.length;
+    const auto folder = QFile::decodeName(QByteArray::fromStdString(m_options.folder.native()));
+    QDir().mkpath(folder);
+    m_file = std::make_shared<QTemporaryFile>(folder + u"/download-XXXXXX"_s);
+    if (!m_file->open()) { // made for this user alone
+        finish({.kind = Kind::NotKept});
+        return;
+    }
+    m_fileDownload.start(m_item.download, limits, m_file.get());
+}
+
+void Updater::takeDownload(Outcome outcome)
+{
+    if (outcome == Outcome::TooLarge ||
+        (outcome == Outcome::Complete && m_file->size() != m_item.length)) {
+        finish({.kind = Kind::NotVerified});
+    } else if (outcome != Outcome::Complete) {
+        finish({.kind = kindOf(outcome)});
+    } else if (!m_file->flush()) {
+        finish({.kind = Kind::NotKept});
+    } else {
+        judge(m_file, m_item);
+    }
+}
+
+static bool isSigned(const QString &name, const PublicKey &key, const QByteArray &signature)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    const auto size = file.size();
+    auto *const bytes = file.map(0, size);
+    return bytes && key.verifies({reinterpret_cast<const char *>(bytes), size}, signature);
+}
+
+QCoro::Task<> Updater::judge(std::shared_ptr<QTemporaryFile> file, AppcastItem item)
+{
+    const QPointer self(this);
+    const auto search = m_search;
+    const auto work = [name = file->fileName(), key = m_feed.key, signature = item.signature] {
+        return isSigned(name, key, signature);
+    };
+    const bool isGood = co_await QtConcurrent::run(&m_pool, work);
+    if (!self || search != m_search) {
+        co_return;
+    }
+    finish(isGood ? offer() : UpdateResult{.kind = Kind::NotVerified});
+}
+
+/// A name of one file, that is seen and hides nothing.
+static QString fileNameOf(const AppcastItem &item)
+{
+    QString name = item.download.fileName(QUrl::FullyDecoded);
+    name.removeIf([](QChar character) { return !character.isPrint() || character == u'/'; });
+    while (name.startsWith(u'.')) {
+        name.remove(0, 1);
+    }
+    return name.isEmpty() ? u"Kestle"_s : name.right(100);
+}
+
+UpdateResult Updater::offer() const
+{
+    UpdateResult result{.kind = Kind::NewVersion,
+                        .version = m_item.version,
+                        .shownVersion = m_item.shownVersion,
+                        .notes = m_item.notes,
+                        .page = m_trust == SignedFeed::Trust::Signed ? m_item.page : QUrl()};
+    if (m_file) {
+        result.fileName = fileNameOf(m_item);
+        const auto name = QFile::encodeName(m_file->fileName()).toStdString();
+        // The file goes with the last copy of its name.
+        result.download = {new std::filesystem::path(name),
+                           [file = m_file](const std::filesystem::path *path) { delete path; }};
+    }
+    return result;
+}
+
+void Updater::finish(const UpdateResult &result)
+{
+    stop();
+    Q_EMIT finished(result);
+}
