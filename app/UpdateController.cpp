@@ -1,0 +1,240 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/UpdateController.h"
+
+#include "platform/updates/UpdateSearch.h"
+
+#include <QCoroFuture>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPointer>
+#include <QtConcurrent/qtconcurrentrun.h>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Kind = UpdateResult::Kind;
+
+/// The start of the program has better things to do.
+constexpr auto firstLook = 10s;
+constexpr auto nextLook = 10min;
+
+UpdateController::UpdateController(UserDefaults &defaults, Services services, QObject *parent)
+    : QObject(parent)
+    , m_services(std::move(services))
+    , m_schedule(defaults)
+{
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_timer.setInterval(nextLook);
+        searchIfDue();
+    });
+}
+
+UpdateController::~UpdateController()
+{
+    m_pool.waitForDone();
+}
+
+void UpdateController::start()
+{
+    if (m_services.makeSearch) {
+        m_timer.start(firstLook);
+    }
+}
+
+bool UpdateController::isUserAtWork() const
+{
+    using Phases = Phase::Kind;
+    const auto kind = m_services.phase().kind;
+    return kind == Phases::Scanning || kind == Phases::Culling || kind == Phases::Review ||
+           kind == Phases::Deleting;
+}
+
+UpdateSearch &UpdateController::search()
+{
+    if (!m_search) {
+        m_search = m_services.makeSearch();
+        connect(m_search.get(), &UpdateSearch::finished, this, &UpdateController::take);
+    }
+    return *m_search;
+}
+
+void UpdateController::searchIfDue()
+{
+    if (!m_services.makeSearch || isShown() || m_asker != Asker::Nobody || isUserAtWork() ||
+        !m_schedule.isDue(m_services.now())) {
+        return;
+    }
+    m_asker = Asker::Schedule;
+    search().start(m_schedule.toldVersion());
+}
+
+void UpdateController::followPhase()
+{
+    if (m_asker == Asker::Schedule && isUserAtWork()) {
+        m_asker = Asker::Nobody;
+        m_search->stop();
+    }
+}
+
+void UpdateController::checkForUpdates()
+{
+    if (!m_services.makeSearch) {
+        show(
+            {.isShown = true,
+             .headline = tr("Your system keeps Kestle up to date"),
+             .detail = tr("Kestle came with your system's software, and the software centre brings "
+                          "newer versions."),
+             .hasSoftwareCentre = true});
+        return;
+    }
+    if (m_asker == Asker::User) {
+        return;
+    }
+    m_asker = Asker::User; // in place of a search of our own
+    m_result = {};
+    show({.isShown = true, .isSearching = true, .headline = tr("Looking for a newer version…")});
+    search().start();
+}
+
+void UpdateController::dismiss()
+{
+    if (m_asker == Asker::User) {
+        m_asker = Asker::Nobody;
+        m_search->stop();
+    }
+    m_result = {}; // and its download
+    show({});
+}
+
+void UpdateController::take(const UpdateResult &result)
+{
+    const auto asker = std::exchange(m_asker, Asker::Nobody);
+    m_schedule.noteSearch(m_services.now());
+    if (asker == Asker::Schedule && result.kind != Kind::NewVersion) {
+        return;
+    }
+    if (result.kind == Kind::NewVersion) {
+        m_schedule.noteTold(result.version);
+    }
+    m_result = result;
+    show(viewOf(result));
+}
+
+UpdateController::View UpdateController::viewOf(const UpdateResult &result) const
+{
+    View view{.isShown = true, .headline = tr("Kestle could not look for a newer version")};
+    switch (result.kind) {
+    case Kind::UpToDate:
+    case Kind::KnownAlready:
+        view.headline = tr("Kestle is up to date");
+        view.detail = tr("You have the newest version, %1.").arg(m_services.version);
+        break;
+    case Kind::NewVersion:
+        view.headline = tr("There is a newer version, %1").arg(result.shownVersion);
+        view.detail = tr("You have %1. The newer version was signed by Kestle's makers.")
+                          .arg(m_services.version);
+        break;
+    case Kind::NotReached:
+        view.detail = tr("The server could not be reached, or did not answer.");
+        break;
+    case Kind::NotAFeed:
+        view.detail = tr("What the server answered could not be read.");
+        break;
+    case Kind::NotVerified:
+        view.detail =
+            tr("What the server answered was not signed by Kestle's makers. It was thrown "
+               "away.");
+        break;
+    case Kind::NotKept:
+        view.detail = tr("There was no room to keep the newer version until it is checked.");
+        break;
+    }
+    return view;
+}
+
+void UpdateController::show(const View &view)
+{
+    m_view = view;
+    Q_EMIT changed();
+}
+
+/// Where a number may stand in the name of a file: before ".zip" or ".tar.xz".
+static qsizetype endOfStem(const QString &name)
+{
+    const auto dot = name.lastIndexOf(u'.');
+    const auto before = name.left(dot);
+    const bool isArchive = dot > 0 && before.endsWith(".tar"_L1);
+    return dot <= 0 ? name.size() : isArchive ? before.size() - 4 : dot;
+}
+
+/// Copies @p source into @p folder under @p name, or with a number where something else has it.
+/// The copy's name; empty when there is none.
+static QString copyInto(const QString &folder, const QString &name, const QString &source)
+{
+    for (int number = 1; number < 1000; ++number) {
+        auto candidate = name;
+        if (number > 1) {
+            candidate.insert(endOfStem(name), u" (%1)"_s.arg(number));
+        }
+        const auto target = QDir(folder).filePath(candidate);
+        if (!QFileInfo(target).isSymLink() && !QFile::exists(target)) {
+            return QFile::copy(source, target) ? candidate : QString();
+        }
+    }
+    return {};
+}
+
+void UpdateController::saveDownload()
+{
+    if (hasDownload()) {
+        save(m_result, m_services.downloadFolder());
+    }
+}
+
+QCoro::Task<> UpdateController::save(UpdateResult result, QString folder)
+{
+    const QPointer self(this);
+    const auto work = [folder, name = result.fileName, file = result.download] {
+        QDir().mkpath(folder);
+        return copyInto(folder, name, QFile::decodeName(QByteArray::fromStdString(file->native())));
+    };
+    const QString saved = co_await QtConcurrent::run(&m_pool, work);
+    if (!self || m_result.download != result.download) {
+        co_return;
+    }
+    auto view = m_view;
+    view.detail = saved.isEmpty() ? tr("It could not be saved to %1.").arg(folder)
+                                  : tr("Saved as %1 in %2.").arg(saved, folder);
+    show(view);
+    if (!saved.isEmpty()) {
+        (void)m_services.openAddress(QUrl::fromLocalFile(folder));
+    }
+}
+
+void UpdateController::openPage()
+{
+    if (hasPage() && !m_services.openAddress(m_result.page)) {
+        auto view = m_view;
+        view.detail =
+            tr("No browser could be opened. The page is %1").arg(m_result.page.toString());
+        show(view);
+    }
+}
+
+void UpdateController::openSoftwareCentre()
+{
+    // By the scheme of AppStream's component addresses.
+    if (m_services.openAddress(QUrl(u"appstream:"_s + m_services.applicationId))) {
+        dismiss();
+        return;
+    }
+    auto view = m_view;
+    view.detail =
+        tr("No software centre could be opened. Your package manager brings newer versions.");
+    view.hasSoftwareCentre = false;
+    show(view);
+}

@@ -1,0 +1,414 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/UpdateController.h"
+#include "platform/settings/UserDefaults.h"
+#include "tests/app/FakeSearch.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <fstream>
+
+using namespace Qt::StringLiterals;
+using Kind = UpdateResult::Kind;
+
+class UpdateControllerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_root = m_folder->path().toStdString();
+        m_defaults = std::make_unique<UserDefaults>(m_root / "defaults.ini");
+        m_phase = {};
+        m_hasFeed = true;
+        m_now = QDateTime({2026, 5, 1}, {12, 0}, Qt::UTC);
+        m_searchesMade = 0;
+        m_search = nullptr;
+        m_opened.clear();
+        m_desktopOpens = true;
+        restart();
+    }
+
+    void cleanup() { m_controller.reset(); }
+
+    void nothingIsSearchedAtTheFirstStart()
+    {
+        m_controller->searchIfDue();
+        m_now = m_now.addSecs(hours(23));
+        m_controller->searchIfDue();
+
+        QCOMPARE(m_searchesMade, 0); // not even made
+    }
+
+    void aSearchComesADayAfterTheFirstStart()
+    {
+        letADayPass();
+
+        m_controller->searchIfDue();
+
+        QVERIFY(m_search);
+        QVERIFY(m_search->isGoingOn);
+        QVERIFY(!m_controller->isShown());
+    }
+
+    void thereIsOneSearchADay()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+        m_search->end({.kind = Kind::UpToDate});
+        m_now = m_now.addSecs(hours(23));
+        m_controller->searchIfDue();
+        QCOMPARE(m_search->starts, 1);
+
+        m_now = m_now.addSecs(hours(1));
+        m_controller->searchIfDue();
+
+        QCOMPARE(m_search->starts, 2);
+    }
+
+    void aNewStartIsNoNewDay()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+        m_search->end({.kind = Kind::UpToDate});
+
+        restart();
+        m_controller->searchIfDue();
+
+        QCOMPARE(m_searchesMade, 1);
+    }
+
+    void aClockThatWasSetBackDoesNotEndTheSearches()
+    {
+        letADayPass();
+        m_now = m_now.addYears(-1);
+
+        m_controller->searchIfDue();
+
+        QVERIFY(m_search);
+        m_search->end({.kind = Kind::UpToDate});
+        m_controller->searchIfDue();
+        QCOMPARE(m_search->starts, 1);
+    }
+
+    void whatFailsByItselfIsSilent_data()
+    {
+        QTest::addColumn<Kind>("kind");
+        QTest::newRow("offline") << Kind::NotReached;
+        QTest::newRow("no feed") << Kind::NotAFeed;
+        QTest::newRow("forged") << Kind::NotVerified;
+        QTest::newRow("no room") << Kind::NotKept;
+        QTest::newRow("up to date") << Kind::UpToDate;
+        QTest::newRow("known already") << Kind::KnownAlready;
+    }
+
+    void whatFailsByItselfIsSilent()
+    {
+        QFETCH(const Kind, kind);
+        letADayPass();
+        QSignalSpy changed(m_controller.get(), &UpdateController::changed);
+        m_controller->searchIfDue();
+
+        m_search->end({.kind = kind});
+
+        QCOMPARE(changed.count(), 0);
+        QVERIFY(!m_controller->isShown());
+        m_now = m_now.addSecs(hours(1));
+        m_controller->searchIfDue(); // also a failed search was the day's
+        QCOMPARE(m_search->starts, 1);
+    }
+
+    void aNewVersionIsToldOnce()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+        QCOMPARE(m_search->knownVersion, QString());
+        m_search->end(newVersion());
+        QVERIFY(m_controller->isShown());
+        QCOMPARE(m_controller->headline(), u"There is a newer version, Two"_s);
+        QCOMPARE(m_controller->notes(), u"Faster"_s);
+        m_controller->dismiss();
+        QVERIFY(!m_controller->isShown());
+        QVERIFY(!m_controller->hasDownload());
+
+        restart();
+        m_now = m_now.addDays(2);
+        m_controller->searchIfDue();
+
+        QCOMPARE(m_search->knownVersion, u"2.0"_s);
+    }
+
+    void whoAsksIsToldAgain()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+        m_search->end(newVersion());
+        m_controller->dismiss();
+
+        m_controller->checkForUpdates();
+
+        QVERIFY(m_controller->isSearching());
+        QCOMPARE(m_search->knownVersion, QString());
+        m_search->end(newVersion());
+        QVERIFY(m_controller->isShown());
+        QVERIFY(!m_controller->isSearching());
+    }
+
+    void nothingIsSearchedWhileTheUserIsAtWork_data()
+    {
+        QTest::addColumn<Phase>("phase");
+        QTest::addColumn<bool>("searches");
+        QTest::newRow("waiting") << Phase::waitingForCard() << true;
+        QTest::newRow("access") << Phase::needsAccess() << true;
+        QTest::newRow("scanning") << Phase::scanning() << false;
+        QTest::newRow("no media") << Phase::noMedia() << true;
+        QTest::newRow("card ready") << Phase::cardReady(false) << true;
+        QTest::newRow("culling") << Phase::culling() << false;
+        QTest::newRow("review") << Phase::review() << false;
+        QTest::newRow("deleting") << Phase::deleting(0, 1) << false;
+        QTest::newRow("summary") << Phase::summary(1, 0, 0) << true;
+    }
+
+    void nothingIsSearchedWhileTheUserIsAtWork()
+    {
+        QFETCH(const Phase, phase);
+        QFETCH(const bool, searches);
+        letADayPass();
+        enter(phase);
+
+        m_controller->searchIfDue();
+
+        QCOMPARE(m_searchesMade, searches ? 1 : 0);
+    }
+
+    void aSearchStepsBackWhenTheUserBeginsToWork()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+
+        enter(Phase::scanning());
+
+        QVERIFY(!m_search->isGoingOn);
+        enter(Phase::summary(1, 0, 0));
+        m_controller->searchIfDue(); // it did not count
+        QVERIFY(m_search->isGoingOn);
+    }
+
+    void whatTheUserAskedForGoesOnWhileHeWorks()
+    {
+        m_controller->checkForUpdates();
+
+        enter(Phase::culling());
+
+        QVERIFY(m_search->isGoingOn);
+    }
+
+    void whoAsksDuringASearchOfOurOwnIsAnswered()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+
+        m_controller->checkForUpdates();
+        m_search->end({.kind = Kind::UpToDate});
+
+        QVERIFY(m_controller->isShown());
+        QCOMPARE(m_controller->headline(), u"Kestle is up to date"_s);
+        QCOMPARE(m_controller->detail(), u"You have the newest version, 1.0."_s);
+    }
+
+    void failuresAreToldToWhoAsks_data()
+    {
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<QString>("detail");
+        QTest::newRow("offline") << Kind::NotReached
+                                 << u"The server could not be reached, or did not answer."_s;
+        QTest::newRow("no feed") << Kind::NotAFeed
+                                 << u"What the server answered could not be read."_s;
+        QTest::newRow("forged")
+            << Kind::NotVerified
+            << u"What the server answered was not signed by Kestle's makers. It was thrown away."_s;
+        QTest::newRow("no room")
+            << Kind::NotKept
+            << u"There was no room to keep the newer version until it is checked."_s;
+    }
+
+    void failuresAreToldToWhoAsks()
+    {
+        QFETCH(const Kind, kind);
+        QFETCH(const QString, detail);
+        m_controller->checkForUpdates();
+
+        m_search->end({.kind = kind});
+
+        QCOMPARE(m_controller->headline(), u"Kestle could not look for a newer version"_s);
+        QCOMPARE(m_controller->detail(), detail);
+        QVERIFY(!m_controller->hasDownload() && !m_controller->hasPage());
+    }
+
+    void askingTwiceSearchesOnce()
+    {
+        m_controller->checkForUpdates();
+        m_controller->checkForUpdates();
+        QCOMPARE(m_search->starts, 1);
+    }
+
+    void closingBreaksTheSearchOff()
+    {
+        m_controller->checkForUpdates();
+
+        m_controller->dismiss();
+
+        QVERIFY(!m_search->isGoingOn);
+        QVERIFY(!m_controller->isShown());
+    }
+
+    void theDownloadIsSavedBesideWhatIsThere()
+    {
+        const auto folder = m_root / "Downloads";
+        std::filesystem::create_directories(folder);
+        std::ofstream(folder / "Kestle-2.0.tar.xz") << "mine";
+        m_controller->checkForUpdates();
+        m_search->end(newVersion());
+        QVERIFY(m_controller->hasDownload());
+
+        m_controller->saveDownload();
+
+        QTRY_COMPARE(m_opened, QList{QUrl::fromLocalFile(QString::fromStdString(folder))});
+        QCOMPARE(contentOf(folder / "Kestle-2.0.tar.xz"), "mine");
+        QCOMPARE(contentOf(folder / "Kestle-2.0 (2).tar.xz"), "the new version");
+        QVERIFY(m_controller->detail().startsWith(u"Saved as "_s));
+    }
+
+    void aDownloadThatCannotBeSavedIsTold()
+    {
+        std::ofstream(m_root / "Downloads") << "no folder";
+        m_controller->checkForUpdates();
+        m_search->end(newVersion());
+
+        m_controller->saveDownload();
+
+        QTRY_VERIFY(m_controller->detail().startsWith(u"It could not be saved to "_s));
+        QVERIFY(m_opened.isEmpty());
+    }
+
+    void thePageIsOpened()
+    {
+        auto result = newVersion();
+        result.page = QUrl(u"https://kestle.test/2"_s);
+        m_controller->checkForUpdates();
+        m_search->end(result);
+
+        m_controller->openPage();
+
+        QCOMPARE(m_opened, QList{result.page});
+    }
+
+    void withoutAFeedTheSoftwareCentreIsNamedAndOpened()
+    {
+        m_hasFeed = false;
+        restart();
+        letADayPass();
+        QCOMPARE(m_searchesMade, 0);
+
+        m_controller->checkForUpdates();
+        QVERIFY(m_controller->isShown());
+        QVERIFY(m_controller->hasSoftwareCentre());
+        QCOMPARE(m_controller->headline(), u"Your system keeps Kestle up to date"_s);
+        m_controller->openSoftwareCentre();
+
+        QCOMPARE(m_opened, QList{QUrl(u"appstream:org.example.Kestle"_s)});
+        QVERIFY(!m_controller->isShown());
+    }
+
+    void aSystemWithoutSoftwareCentreIsTold()
+    {
+        m_hasFeed = false;
+        m_desktopOpens = false;
+        restart();
+        m_controller->checkForUpdates();
+
+        m_controller->openSoftwareCentre();
+
+        QVERIFY(m_controller->isShown());
+        QVERIFY(!m_controller->hasSoftwareCentre());
+        QVERIFY(m_controller->detail().startsWith(u"No software centre"_s));
+    }
+
+private:
+    void enter(const Phase &phase)
+    {
+        m_phase = phase;
+        m_controller->followPhase();
+    }
+
+    static qint64 hours(qint64 count) { return count * 60 * 60; }
+
+    void letADayPass()
+    {
+        m_controller->searchIfDue();
+        m_now = m_now.addDays(1);
+    }
+
+    void restart()
+    {
+        UpdateController::Services services{
+            .makeSearch =
+                [this] {
+                    ++m_searchesMade;
+                    auto search = std::make_unique<FakeSearch>();
+                    m_search = search.get();
+                    return search;
+                },
+            .phase = [this] { return m_phase; },
+            .now = [this] { return m_now; },
+            .openAddress =
+                [this](const QUrl &address) {
+                    m_opened.append(address);
+                    return m_desktopOpens;
+                },
+            .downloadFolder = [this] { return QString::fromStdString(m_root / "Downloads"); },
+            .version = u"1.0"_s,
+            .applicationId = u"org.example.Kestle"_s};
+        if (!m_hasFeed) {
+            services.makeSearch = {};
+        }
+        m_controller = std::make_unique<UpdateController>(*m_defaults, services);
+    }
+
+    UpdateResult newVersion()
+    {
+        const auto file = m_root / "download-1";
+        std::ofstream(file) << "the new version";
+        return {.kind = Kind::NewVersion,
+                .version = u"2.0"_s,
+                .shownVersion = u"Two"_s,
+                .notes = u"Faster"_s,
+                .fileName = u"Kestle-2.0.tar.xz"_s,
+                .download = std::make_shared<const std::filesystem::path>(file)};
+    }
+
+    static std::string contentOf(const std::filesystem::path &path)
+    {
+        std::ifstream file(path);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::filesystem::path m_root;
+    std::unique_ptr<UserDefaults> m_defaults;
+    Phase m_phase;
+    QDateTime m_now;
+    bool m_hasFeed = true;
+    bool m_desktopOpens = true;
+    int m_searchesMade = 0;
+    FakeSearch *m_search = nullptr;
+    QList<QUrl> m_opened;
+    std::unique_ptr<UpdateController> m_controller;
+};
+
+QTEST_GUILESS_MAIN(UpdateControllerTest)
+#include "UpdateControllerTest.moc"
