@@ -60,7 +60,8 @@ private Q_SLOTS:
         QTest::newRow("OpenSSL") << u"<openssl/"_s << QStringList{u"platform/updates/"_s};
         QTest::newRow("Qt Network") << u"<QNetwork"_s << QStringList{u"platform/updates/"_s};
         QTest::newRow("Qt D-Bus") << u"<QDBus"_s
-                                  << QStringList{u"platform/access/"_s, u"platform/volumes/"_s};
+                                  << QStringList{u"platform/access/"_s, u"platform/instance/"_s,
+                                                 u"platform/volumes/"_s};
         QTest::newRow("QML") << u"<QQml"_s << QStringList{u"ui/"_s};
         QTest::newRow("Qt Quick") << u"<QQuick"_s << QStringList{u"ui/"_s};
     }
