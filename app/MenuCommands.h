@@ -33,6 +33,11 @@ public:
 Q_SIGNALS:
     void availabilityChanged();
 
+    // Windows beside the main one, which the menus ask for.
+    void aboutWanted();
+    void updatesWanted();
+    void settingsWanted();
+
 private:
     void tellChanges();
 

@@ -55,8 +55,7 @@ int main(int argc, char **argv)
 {
     QuitGuard quitGuard;
     QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName(u"Kestle"_s);
-    QGuiApplication::setApplicationDisplayName(u"Kestle"_s);
+    KestleApp::introduce();
     QCommandLineParser parser;
     parser.setApplicationDescription(u"Starts Kestle with a sample card."_s);
     parser.addHelpOption();

@@ -5,6 +5,8 @@
 
 #include "app/AppState.h"
 #include "app/MenuCommands.h"
+#include "app/Preferences.h"
+#include "app/UpdateController.h"
 #include "ui/announcements/Announcer.h"
 #include "ui/items/FitImage.h"
 #include "ui/items/PixelImage.h"
@@ -16,6 +18,7 @@
 #include "ui/loaders/ScreenImageLoader.h"
 #include "ui/loaders/ThumbnailLoader.h"
 #include "ui/models/FailuresModel.h"
+#include "ui/models/LibrariesModel.h"
 #include "ui/models/RejectsModel.h"
 #include "ui/models/SessionModel.h"
 
@@ -34,6 +37,20 @@ struct MenuCommandsForQml {
     Q_GADGET
     QML_FOREIGN(MenuCommands)
     QML_NAMED_ELEMENT(MenuCommands)
+    QML_UNCREATABLE("The shell hands over the only one.")
+};
+
+struct PreferencesForQml {
+    Q_GADGET
+    QML_FOREIGN(Preferences)
+    QML_NAMED_ELEMENT(Preferences)
+    QML_UNCREATABLE("The shell hands over the only one.")
+};
+
+struct UpdateControllerForQml {
+    Q_GADGET
+    QML_FOREIGN(UpdateController)
+    QML_NAMED_ELEMENT(UpdateController)
     QML_UNCREATABLE("The shell hands over the only one.")
 };
 
@@ -165,6 +182,12 @@ struct FailuresModelForQml {
     Q_GADGET
     QML_FOREIGN(FailuresModel)
     QML_NAMED_ELEMENT(FailuresModel)
+};
+
+struct LibrariesModelForQml {
+    Q_GADGET
+    QML_FOREIGN(LibrariesModel)
+    QML_NAMED_ELEMENT(LibrariesModel)
 };
 
 struct RejectsModelForQml {

@@ -13,10 +13,15 @@
 #include "platform/files/PosixFileManager.h"
 #include "platform/imageio/ImageSource.h"
 #include "platform/media/PosterFrame.h"
+#include "platform/updates/Updater.h"
 #include "platform/volumes/UDisksVolumes.h"
 
+#include <QDesktopServices>
+#include <QFile>
 #include <QGuiApplication>
 #include <QQuickStyle>
+#include <QScreen>
+#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +33,9 @@ withDesktopVolumes(std::vector<std::unique_ptr<MountedVolumes>> moreVolumes)
     std::ranges::move(moreVolumes, std::back_inserter(sources));
     return sources;
 }
+
+/// As Main.qml has it.
+static constexpr QSize minimumWindowSize(1000, 700);
 
 static QImage pictureOf(const std::filesystem::path &url, std::optional<int> maxPixel)
 {
@@ -71,6 +79,8 @@ KestleApp::KestleApp(Extras extras)
     , m_keyHandler(m_appState)
     , m_menuCommands(m_appState, m_keyHandler)
     , m_keyMonitor(keyAnswers())
+    , m_preferences(m_defaults)
+    , m_windowMemory(m_defaults)
 {
 }
 
@@ -122,21 +132,121 @@ QString KestleApp::portalNameOfWindow() const
     return isX11 ? u"x11:"_s + QString::number(m_window->winId(), 16) : QString();
 }
 
+void KestleApp::introduce()
+{
+    QGuiApplication::setApplicationName(u"Kestle"_s);
+    QGuiApplication::setApplicationDisplayName(u"Kestle"_s);
+    QGuiApplication::setApplicationVersion(QStringLiteral(KESTLE_VERSION));
+    QGuiApplication::setDesktopFileName(applicationId.toString());
+}
+
 bool KestleApp::show()
 {
-    QQuickStyle::setStyle(u"Basic"_s);
-    m_engine.addImportPath(u"qrc:/"_s);
-    m_engine.setInitialProperties({
-        {u"appState"_s, QVariant::fromValue(&m_appState)},
-        {u"menuCommands"_s, QVariant::fromValue(&m_menuCommands)},
-    });
-    m_engine.load(QUrl(u"qrc:/Kestle/shell/Main.qml"_s));
-    m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
-    if (!m_window) {
+    if (!makeWindow()) {
         return false;
     }
     m_windowFolderDialog.setHome(&m_engine, m_window);
+    m_windowMemory.follow(m_window);
+    makeSideWindows();
     m_appState.start();
     m_keyMonitor.install(m_window);
+    updateController().start();
     return true;
+}
+
+bool KestleApp::makeWindow()
+{
+    QQuickStyle::setStyle(u"Basic"_s);
+    m_engine.addImportPath(u"qrc:/"_s);
+    const auto *const screen = QGuiApplication::primaryScreen();
+    auto properties =
+        m_windowMemory.properties(screen ? screen->availableSize() : QSize(), minimumWindowSize);
+    properties.insert(u"appState"_s, QVariant::fromValue(&m_appState));
+    properties.insert(u"menuCommands"_s, QVariant::fromValue(&m_menuCommands));
+    m_engine.setInitialProperties(properties);
+    m_engine.load(QUrl(u"qrc:/Kestle/shell/Main.qml"_s));
+    m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
+    return m_window != nullptr;
+}
+
+void KestleApp::makeSideWindows()
+{
+    const auto source = [](QStringView name) {
+        return QUrl(u"qrc:/Kestle/shell/%1.qml"_s.arg(name));
+    };
+    m_about.emplace(m_engine, m_window, source(u"AboutWindow"));
+    m_settings.emplace(m_engine, m_window, source(u"SettingsWindow"),
+                       QVariantMap{{u"preferences"_s, QVariant::fromValue(&m_preferences)}});
+    m_updateWindow.emplace(m_engine, m_window, source(u"UpdateWindow"),
+                           QVariantMap{{u"updates"_s, QVariant::fromValue(&updateController())}});
+    QObject::connect(&m_menuCommands, &MenuCommands::aboutWanted, m_window,
+                     [this] { m_about->open(); });
+    QObject::connect(&m_menuCommands, &MenuCommands::settingsWanted, m_window,
+                     [this] { m_settings->open(); });
+    QObject::connect(&m_menuCommands, &MenuCommands::updatesWanted, m_window, [this] {
+        updateController().checkForUpdates();
+        m_updateWindow->open();
+    });
+    QObject::connect(&updateController(), &UpdateController::changed, m_window,
+                     [this] { showUpdates(); });
+    QObject::connect(&m_appState, &AppState::phaseChanged, &updateController(),
+                     &UpdateController::followPhase);
+}
+
+void KestleApp::showUpdates()
+{
+    if (!updateController().isShown()) {
+        m_updateWindow->close();
+    } else if (!m_updateWindow->window() || !m_updateWindow->window()->isVisible()) {
+        m_updateWindow->open(SideWindow::Focus::Left);
+    }
+}
+
+UpdateController &KestleApp::updateController()
+{
+    if (!m_updates) {
+        m_updates = std::make_unique<UpdateController>(m_defaults, updateServices());
+    }
+    return *m_updates;
+}
+
+static std::function<std::unique_ptr<UpdateSearch>()> searchesOf(std::optional<UpdateFeed> feed)
+{
+    if (!feed) {
+        return {};
+    }
+    return [feed] {
+        const auto caches = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+        Updater::Options options;
+        options.folder =
+            std::filesystem::path(QFile::encodeName(caches).toStdString()) / "Kestle/updates";
+        return std::make_unique<Updater>(
+            *feed, Updater::thisHost(QGuiApplication::applicationVersion()), options);
+    };
+}
+
+UpdateController::Services KestleApp::updateServices() const
+{
+    return {.makeSearch = searchesOf(UpdateFeed::builtIn()),
+            .phase = [this] { return m_appState.phase(); },
+            .now = [] { return QDateTime::currentDateTimeUtc(); },
+            .openAddress = [](const QUrl &address) { return QDesktopServices::openUrl(address); },
+            .downloadFolder =
+                [] { return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation); },
+            .version = QGuiApplication::applicationVersion(),
+            .applicationId = applicationId.toString()};
+}
+
+void KestleApp::raise(const QString &token)
+{
+    if (!m_window) {
+        return;
+    }
+    if (!token.isEmpty()) {
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // where Qt's Wayland platform looks for it
+    }
+    m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
 }

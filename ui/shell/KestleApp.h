@@ -7,12 +7,16 @@
 #include "app/CardReads.h"
 #include "app/KeyHandler.h"
 #include "app/MenuCommands.h"
+#include "app/Preferences.h"
+#include "app/UpdateController.h"
 #include "platform/access/PortalFolderDialog.h"
 #include "platform/files/FileManager.h"
 #include "platform/settings/UserDefaults.h"
 #include "ui/shell/JoinedVolumes.h"
 #include "ui/shell/KeyMonitor.h"
+#include "ui/shell/SideWindow.h"
 #include "ui/shell/WindowFolderDialog.h"
+#include "ui/shell/WindowMemory.h"
 
 #include <QPointer>
 #include <QQmlApplicationEngine>
@@ -21,7 +25,7 @@
 #include <optional>
 
 /// The application: everything there is one of, built from the bottom up. Lives in main(), after
-/// the QGuiApplication, whose name and style it sets.
+/// the QGuiApplication.
 class KestleApp {
 public:
     /// What may be other than usual.
@@ -42,6 +46,15 @@ public:
     /// Shows the main window and begins to work. False when it cannot be made.
     [[nodiscard]] bool show();
 
+    /// Brings the main window to the front, with the desktop's leave in @p token, if it gave one.
+    void raise(const QString &token = {});
+
+    /// Gives the application its names and its version; before the first KestleApp.
+    static void introduce();
+
+    /// By which desktops know the program: its desktop file, and its name on the session bus.
+    static constexpr QStringView applicationId = u"org.kestle.Kestle";
+
     /// Waits for what must be finished before the program ends.
     void finish() { m_appState.finish(); }
 
@@ -55,12 +68,19 @@ public:
 
     [[nodiscard]] QQuickWindow *window() const { return m_window; }
 
+    /// Made when the main window is first shown, or asked for.
+    [[nodiscard]] UpdateController &updateController();
+
 private:
     [[nodiscard]] AppState::Services services();
     [[nodiscard]] KeyMonitor::Answers keyAnswers();
     [[nodiscard]] int screenMaxPixelOfWindow() const;
     [[nodiscard]] QString portalNameOfWindow() const;
     [[nodiscard]] FolderDialog *dialogWithoutPortal();
+    [[nodiscard]] UpdateController::Services updateServices() const;
+    [[nodiscard]] bool makeWindow();
+    void makeSideWindows();
+    void showUpdates();
 
     QPointer<QQuickWindow> m_window;
     JoinedVolumes m_volumes;
@@ -75,5 +95,11 @@ private:
     KeyHandler m_keyHandler;
     MenuCommands m_menuCommands;
     KeyMonitor m_keyMonitor;
+    Preferences m_preferences;
+    std::unique_ptr<UpdateController> m_updates;
+    WindowMemory m_windowMemory;
     QQmlApplicationEngine m_engine;
+    std::optional<SideWindow> m_settings;
+    std::optional<SideWindow> m_about;
+    std::optional<SideWindow> m_updateWindow;
 };

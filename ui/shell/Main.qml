@@ -16,7 +16,10 @@ T.ApplicationWindow {
 
     // Whether a menu, a list or a dialog is open; the keys are then its own.
     readonly property bool popupOpen: T.Overlay.overlay.visible
-    readonly property bool fillsScreen: root.visibility === Window.Maximized || root.visibility === Window.FullScreen
+    readonly property bool isFullScreen: root.visibility === Window.FullScreen
+    readonly property bool fillsScreen: root.visibility === Window.Maximized || root.isFullScreen
+
+    property int visibilityBefore: Window.Windowed
 
     width: 1200
     height: 800
@@ -51,6 +54,7 @@ T.ApplicationWindow {
         anchors.top: parent.top
         anchors.left: parent.left
         anchors.right: parent.right
+        visible: !root.isFullScreen
         window: root
         fillsScreen: root.fillsScreen
         popupOpen: root.popupOpen
@@ -66,6 +70,16 @@ T.ApplicationWindow {
 
     Shortcut {
         sequence: "F11"
-        onActivated: strip.visible = !strip.visible
+        onActivated: root.toggleFullScreen()
+    }
+
+    // The whole screen, without the strip; back to what it was before.
+    function toggleFullScreen(): void {
+        if (root.isFullScreen) {
+            root.visibility = root.visibilityBefore;
+        } else {
+            root.visibilityBefore = root.fillsScreen ? Window.Maximized : Window.Windowed;
+            root.visibility = Window.FullScreen;
+        }
     }
 }

@@ -21,6 +21,29 @@ CommandMenu {
         title: qsTr("Kestle")
 
         CommandItem {
+            text: qsTr("About Kestle")
+            onTriggered: root.menuCommands.aboutWanted()
+        }
+
+        CommandItem {
+            text: qsTr("Check for Updates…")
+            onTriggered: root.menuCommands.updatesWanted()
+        }
+
+        CommandSeparator {}
+
+        CommandItem {
+            shortcutText: qsTr("Ctrl+,")
+            action: T.Action {
+                text: qsTr("Settings…")
+                shortcut: "Ctrl+,"
+                onTriggered: root.menuCommands.settingsWanted()
+            }
+        }
+
+        CommandSeparator {}
+
+        CommandItem {
             shortcutText: qsTr("Ctrl+Q")
             action: T.Action {
                 text: qsTr("Quit")

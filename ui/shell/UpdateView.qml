@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Kestle
+
+// What came of looking for a newer version. No button is pressed by Return until somebody went to it:
+// the window may come by itself.
+FocusScope {
+    id: root
+
+    required property UpdateController updates
+
+    signal closed
+
+    focus: true
+    implicitWidth: 440
+    implicitHeight: column.implicitHeight + 2 * column.y
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: root.updates.headline
+
+    Column {
+        id: column
+
+        x: 24
+        y: 24
+        width: root.width - 2 * x
+        spacing: 12
+
+        Row {
+            width: parent.width
+            spacing: 10
+
+            When {
+                active: root.updates.searching
+
+                Spinner {
+                    width: Look.pixels(16)
+                    height: width
+                }
+            }
+
+            Text {
+                objectName: "updateHeadline"
+                width: parent.width - (root.updates.searching ? Look.pixels(16) + parent.spacing : 0)
+                text: root.updates.headline
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                maximumLineCount: 3
+                elide: Text.ElideRight
+                color: Look.white
+                font.pixelSize: Look.title3
+                font.weight: Font.DemiBold
+            }
+        }
+
+        Text {
+            objectName: "updateDetail"
+            visible: text !== ""
+            width: parent.width
+            text: root.updates.detail
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: Look.primary
+            font.pixelSize: Look.body
+        }
+
+        Rectangle {
+            visible: root.updates.notes !== ""
+            width: parent.width
+            height: Math.min(notes.contentHeight, 240) + 24
+            radius: 6
+            color: Look.control
+
+            Flickable {
+                id: notes
+
+                objectName: "updateNotes"
+                anchors.fill: parent
+                anchors.margins: 12
+                clip: true
+                boundsBehavior: Flickable.StopAtBounds
+                contentHeight: notesText.implicitHeight
+
+                Text {
+                    id: notesText
+
+                    width: notes.width
+                    text: root.updates.notes
+                    textFormat: Text.PlainText
+                    wrapMode: Text.Wrap
+                    color: Look.primary
+                    font.pixelSize: Look.callout
+                }
+            }
+        }
+
+        UpdateButtons {
+            anchors.right: parent.right
+            updates: root.updates
+            onClosed: root.closed()
+        }
+    }
+}
