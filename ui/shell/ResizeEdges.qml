@@ -77,18 +77,11 @@ Item {
         width: root.grip
         height: root.grip
 
-        HoverHandler {
+        // By the press itself: see the title strip.
+        MouseArea {
+            anchors.fill: parent
             cursorShape: edge.cursor
-        }
-
-        DragHandler {
-            target: null
-            dragThreshold: 1
-            onActiveChanged: {
-                if (active) {
-                    root.window.startSystemResize(edge.edges);
-                }
-            }
+            onPressed: root.window.startSystemResize(edge.edges)
         }
     }
 }

@@ -23,19 +23,34 @@ Item {
     objectName: "titleStrip"
     implicitHeight: 32
 
-    DragHandler {
+    // Once the desktop moves the window, it has the mouse and nobody hears of the release. So a press
+    // begins one move at most: a handler that goes by what seems to be pressed would begin the next
+    // one as soon as the mouse comes by.
+    MouseArea {
+        id: handle
+
+        property point pressedAt
+        property bool mayMove: false
+
+        objectName: "windowHandle"
+        anchors.fill: parent
         enabled: !root.isCovered
-        target: null
-        onActiveChanged: {
-            if (active) {
+        onPressed: event => {
+            handle.pressedAt = Qt.point(event.x, event.y);
+            handle.mayMove = true;
+        }
+        onPositionChanged: event => {
+            const distance = Math.max(Math.abs(event.x - handle.pressedAt.x), Math.abs(event.y - handle.pressedAt.y));
+            if (handle.mayMove && distance >= Application.styleHints.startDragDistance) {
+                handle.mayMove = false;
                 root.window.startSystemMove();
             }
         }
-    }
-
-    TapHandler {
-        enabled: !root.isCovered
-        onDoubleTapped: root.toggleMaximized()
+        onReleased: handle.mayMove = false
+        onDoubleClicked: {
+            handle.mayMove = false;
+            root.toggleMaximized();
+        }
     }
 
     StripButton {
