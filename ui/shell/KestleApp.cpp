@@ -245,8 +245,10 @@ void KestleApp::raise(const QString &token)
     if (!token.isEmpty()) {
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); // where Qt's Wayland platform looks for it
     }
-    m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
-    m_window->show();
+    if (m_window->visibility() == QWindow::Minimized) {
+        // A minimised window does not say what it was before.
+        m_windowMemory.isMaximised() ? m_window->showMaximized() : m_window->showNormal();
+    }
     m_window->raise();
     m_window->requestActivate();
 }

@@ -26,6 +26,9 @@ public:
     /// Remembers from now on what becomes of @p window.
     void follow(QQuickWindow *window);
 
+    /// Whether the window was maximised when it was last neither minimised nor on the full screen.
+    [[nodiscard]] bool isMaximised() const { return m_seen == QWindow::Maximized; }
+
 private:
     void note();
     void write();

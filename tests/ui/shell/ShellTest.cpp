@@ -247,6 +247,25 @@ private Q_SLOTS:
         QCOMPARE(defaults.bytes(u"windowSize"_s).value_or(QByteArray()), "1020x730"_ba);
     }
 
+    void aMinimisedWindowComesBackAsItWas_data()
+    {
+        QTest::addColumn<QWindow::Visibility>("before");
+        QTest::newRow("a window") << QWindow::Windowed;
+        QTest::newRow("maximised") << QWindow::Maximized;
+    }
+
+    void aMinimisedWindowComesBackAsItWas()
+    {
+        QFETCH(const QWindow::Visibility, before);
+        m_app->window()->setVisibility(before);
+        m_app->window()->showMinimized();
+        QTRY_COMPARE(m_app->window()->visibility(), QWindow::Minimized);
+
+        m_app->raise();
+
+        QTRY_COMPARE(m_app->window()->visibility(), before);
+    }
+
     void aMaximisedWindowComesBackAsOne()
     {
         m_app->window()->showMaximized();
