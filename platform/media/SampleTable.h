@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/imageio/InputFile.h"
+
+#include <optional>
+#include <vector>
+
+/// What the tables of a MOV or MP4 file say of its frames (ISO 14496-12, 8.6).
+namespace SampleTable {
+
+/// When the frames of the first video track are shown, in seconds, in no certain order. Nothing for
+/// other files, for those in fragments or cut together from several stretches, and for damaged or
+/// monstrous ones. Blocks while it reads.
+[[nodiscard]] std::optional<std::vector<double>> frameTimes(const InputFile &file);
+
+} // namespace SampleTable
