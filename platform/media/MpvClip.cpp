@@ -1,0 +1,235 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/media/MpvClip.h"
+
+#include "platform/media/ClipFile.h"
+#include "platform/media/ClipPlayback.h"
+#include "platform/media/ClipStream.h"
+#include "platform/media/MpvImages.h"
+#include "platform/media/MpvOpenGlFrames.h"
+#include "platform/media/SampleTable.h"
+
+#include <mpv/client.h>
+
+#include <utility>
+
+using namespace std::chrono_literals;
+
+/// How long it sleeps when nothing happens: what it waits for with a limit is not told.
+static constexpr auto longestSleep = 500ms;
+
+MpvClip::MpvClip(std::filesystem::path path, MpvHandle::Settings settings)
+    : m_path(std::move(path))
+    , m_settings(settings)
+{
+}
+
+void MpvClip::run()
+{
+    ClipFile file(m_path);
+    auto opened = file.file();
+    if (!opened) {
+        tell({.hasFailed = true});
+        return;
+    }
+    auto times = SampleTable::frameTimes(*opened);
+    opened.reset();
+    if (isClosed()) {
+        return;
+    }
+    const auto mpv = MpvHandle::create(m_settings); // goes before the file
+    if (!mpv || !ClipStream::offer(mpv->get(), file)) {
+        tell({.hasFailed = true});
+        return;
+    }
+    const auto wake = [](void *self) { static_cast<MpvClip *>(self)->stir(); };
+    mpv_set_wakeup_callback(mpv->get(), wake, this);
+    lendOut(*mpv);
+    play(*mpv, times ? FrameTimes(std::move(*times)) : FrameTimes());
+    file.close(); // nothing on the card holds up what follows, nor does it hold the card
+    callIn(*mpv);
+}
+
+void MpvClip::play(const MpvHandle &mpv, const FrameTimes &frameTimes)
+{
+    const auto wake = [](void *self) { static_cast<MpvClip *>(self)->stir(); };
+    ClipPlayback playback(mpv, frameTimes);
+    std::optional<MpvImages> images;
+    bool hasBegun = false;
+    for (;;) {
+        std::unique_lock lock(m_mutex);
+        m_stirs.wait_for(lock, longestSleep, [this] { return m_isStirred; });
+        m_isStirred = false;
+        if (m_isClosed) {
+            return;
+        }
+        const auto wish = m_wish;
+        const auto drawing = m_drawing;
+        const auto imageSize = m_imageSize;
+        const bool wasBorrowed = m_wasBorrowed;
+        lock.unlock();
+
+        if (drawing == Drawing::Processor && !images) {
+            images.emplace(mpv, wake, this);
+        }
+        if (!hasBegun && (images || wasBorrowed)) {
+            hasBegun = true;
+            playback.open();
+        }
+        playback.takeEvents();
+        if (images) {
+            publish(images->next(imageSize, playback.turn()));
+        }
+        playback.follow(wish);
+        tell(playback.report());
+    }
+}
+
+void MpvClip::lendOut(const MpvHandle &mpv)
+{
+    Changed changed;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_lent = mpv.get();
+        m_isStirred = true;
+        changed = m_changed;
+    }
+    if (changed) {
+        changed();
+    }
+}
+
+/// Waits until nobody draws any more. Without pictures libmpv has let go of those who do when they
+/// come to it.
+void MpvClip::callIn(const MpvHandle &mpv)
+{
+    mpv.set("vid", "no");
+    std::unique_lock lock(m_mutex);
+    m_lent = nullptr;
+    m_stirs.wait(lock, [this] { return m_borrowers == 0; });
+}
+
+void MpvClip::publish(QImage image)
+{
+    if (image.isNull()) {
+        return;
+    }
+    Changed changed;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_image = std::move(image);
+        changed = m_changed;
+    }
+    changed();
+}
+
+void MpvClip::tell(const ClipReport &report)
+{
+    if (m_told != report) {
+        m_told = report;
+        m_tell(report);
+    }
+}
+
+void MpvClip::stir()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isStirred = true;
+    m_stirs.notify_all();
+}
+
+void MpvClip::wish(const ClipWish &wish)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_wish = wish;
+    }
+    stir();
+}
+
+void MpvClip::close()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isClosed = true;
+    }
+    stir();
+}
+
+bool MpvClip::isClosed() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_isClosed;
+}
+
+void MpvClip::showImages(QSize pixels, Changed changed)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_drawing = Drawing::Processor;
+        m_imageSize = pixels;
+        m_changed = std::move(changed);
+    }
+    stir();
+}
+
+void MpvClip::setImageSize(QSize pixels)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_imageSize = pixels;
+    }
+    stir();
+}
+
+QImage MpvClip::image() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_image;
+}
+
+void MpvClip::showWithOpenGl(Changed changed)
+{
+    const std::lock_guard lock(m_mutex);
+    m_drawing = Drawing::OpenGl;
+    m_changed = std::move(changed);
+    if (m_lent != nullptr) {
+        m_changed();
+    }
+}
+
+std::unique_ptr<OpenGlFrames> MpvClip::openGl(OpenGlLoader loader, void *x11Display)
+{
+    mpv_handle *handle = nullptr;
+    Changed changed;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_lent == nullptr || m_isClosed || m_drawing != Drawing::OpenGl) {
+            return nullptr;
+        }
+        handle = m_lent;
+        changed = m_changed;
+        ++m_borrowers;
+    }
+    auto frames = std::make_unique<MpvOpenGlFrames>(shared_from_this(), handle, loader, x11Display,
+                                                    std::move(changed));
+    bool isAgain = false;
+    if (frames->isUsable()) {
+        const std::lock_guard lock(m_mutex);
+        isAgain = std::exchange(m_wasBorrowed, true);
+    }
+    if (isAgain) {
+        const char *automatic = "auto"; // the pictures ended with the one who drew before
+        mpv_set_property_async(handle, 0, "vid", MPV_FORMAT_STRING, &automatic);
+    }
+    stir();
+    return frames;
+}
+
+void MpvClip::takeBack()
+{
+    const std::lock_guard lock(m_mutex);
+    --m_borrowers;
+    m_stirs.notify_all();
+}

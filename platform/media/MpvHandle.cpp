@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 Kestle contributors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/media/MpvHandle.h"
+
+#include "platform/hevc/LibavLog.h"
+
+#include <mpv/client.h>
+
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/// What cameras write; no lists that lead to other files.
+constexpr auto formats = "mov,mp4,m4a,3gp,3g2,mj2,avi,mpegts";
+constexpr auto mostPixels = "64000000";
+
+constexpr std::pair<const char *, const char *> options[] = {
+    {"vo", "libmpv"},
+    // Alone with its clip.
+    {"config", "no"},
+    {"load-scripts", "no"},
+    {"load-auto-profiles", "no"},
+    {"load-osd-console", "no"},
+    {"load-stats-overlay", "no"},
+    {"osc", "no"},
+    {"ytdl", "no"},
+    {"resume-playback", "no"},
+    {"input-default-bindings", "no"},
+    {"input-builtin-bindings", "no"},
+    {"access-references", "no"},
+    {"ordered-chapters", "no"},
+    {"sub-auto", "no"},
+    {"audio-file-auto", "no"},
+    {"cover-art-auto", "no"},
+    {"sid", "no"},
+    {"osd-level", "0"},
+    {"cache", "no"}, // for hosts
+    {"demuxer", "lavf"},
+    {"demuxer-max-bytes", "64MiB"},
+    {"demuxer-max-back-bytes", "0"},
+    {"audio-fallback-to-null", "yes"},
+    {"audio-client-name", "Kestle"},
+    // Stays on its last frame, and whether it is paused is for us alone to say.
+    {"idle", "yes"},
+    {"keep-open", "yes"},
+    {"keep-open-pause", "no"},
+    {"pause", "yes"},
+    {"hr-seek", "yes"},
+    // Whoever draws takes a frame when it is due, and waits for none.
+    {"video-timing-offset", "0"},
+};
+
+/// A list with commas in a value is only to be had as a structure.
+void setMap(mpv_handle *handle, const char *option,
+            std::initializer_list<std::pair<const char *, const char *>> entries)
+{
+    std::vector<char *> keys;
+    std::vector<mpv_node> values;
+    for (const auto &[key, value] : entries) {
+        keys.push_back(const_cast<char *>(key)); // which it copies
+        values.push_back({.u = {.string = const_cast<char *>(value)}, .format = MPV_FORMAT_STRING});
+    }
+    mpv_node_list list = {.num = int(values.size()), .values = values.data(), .keys = keys.data()};
+    mpv_node node = {.u = {.list = &list}, .format = MPV_FORMAT_NODE_MAP};
+    mpv_set_option(handle, option, MPV_FORMAT_NODE, &node);
+}
+
+} // namespace
+
+std::unique_ptr<MpvHandle> MpvHandle::create(const Settings &settings)
+{
+    silenceLibav();
+    std::unique_ptr<MpvHandle> result(new MpvHandle(mpv_create()));
+    auto *handle = result->m_handle;
+    if (handle == nullptr) {
+        return nullptr;
+    }
+    for (const auto &[name, value] : options) {
+        mpv_set_option_string(handle, name, value); // builds differ in what they know
+    }
+    mpv_set_option_string(handle, "hwdec", settings.hardwareDecoding ? "auto-safe" : "no");
+    if (!settings.sound) {
+        mpv_set_option_string(handle, "ao", "null");
+    }
+    setMap(handle, "demuxer-lavf-o",
+           {{"format_whitelist", formats}, {"protocol_whitelist", "none"}});
+    setMap(handle, "vd-lavc-o", {{"max_pixels", mostPixels}});
+    return mpv_initialize(handle) >= 0 ? std::move(result) : nullptr;
+}
+
+MpvHandle::~MpvHandle()
+{
+    if (m_handle != nullptr) {
+        mpv_terminate_destroy(m_handle);
+    }
+}
+
+void MpvHandle::command(std::initializer_list<const char *> words, uint64_t reply) const
+{
+    std::vector<const char *> arguments(words);
+    arguments.push_back(nullptr);
+    mpv_command_async(m_handle, reply, arguments.data());
+}
+
+void MpvHandle::set(const char *property, bool value) const
+{
+    int flag = value ? 1 : 0;
+    mpv_set_property_async(m_handle, 0, property, MPV_FORMAT_FLAG, &flag);
+}
+
+void MpvHandle::set(const char *property, const char *value) const
+{
+    mpv_set_property_async(m_handle, 0, property, MPV_FORMAT_STRING, &value);
+}
+
+void MpvHandle::ask(const char *property, Format format, uint64_t reply) const
+{
+    mpv_get_property_async(m_handle, reply, property,
+                           format == Format::Number ? MPV_FORMAT_DOUBLE : MPV_FORMAT_FLAG);
+}
+
+int MpvHandle::turn() const
+{
+    const auto ofTrack = [this](int64_t track, const char *what, mpv_format format, void *value) {
+        const auto name = "track-list/" + std::to_string(track) + what;
+        return mpv_get_property(m_handle, name.c_str(), format, value) >= 0;
+    };
+    int64_t count = 0;
+    mpv_get_property(m_handle, "track-list/count", MPV_FORMAT_INT64, &count);
+    for (int64_t track = 0; track < count; ++track) {
+        char *type = nullptr;
+        int64_t degrees = 0;
+        if (!ofTrack(track, "/type", MPV_FORMAT_STRING, &type)) {
+            continue;
+        }
+        const bool isVideo = std::strcmp(type, "video") == 0;
+        mpv_free(type);
+        if (isVideo) { // the first is the one that is shown
+            return ofTrack(track, "/demux-rotation", MPV_FORMAT_INT64, &degrees)
+                       ? static_cast<int>(degrees)
+                       : 0;
+        }
+    }
+    return 0;
+}
