@@ -52,6 +52,7 @@ class AppState : public QObject {
     Q_PROPERTY(bool reviewEnlarged READ reviewEnlarged NOTIFY reviewEnlargedChanged)
     Q_PROPERTY(bool confirmingDelete READ confirmingDelete WRITE setConfirmingDelete NOTIFY
                    confirmingDeleteChanged)
+    Q_PROPERTY(VideoPlayer *videoPlayer READ videoPlayer NOTIFY videoPlayerChanged)
     Q_PROPERTY(qint64 changeCount READ changeCount NOTIFY changeCountChanged)
 
 public:

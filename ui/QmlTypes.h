@@ -11,9 +11,12 @@
 #include "ui/items/FitImage.h"
 #include "ui/items/PixelImage.h"
 #include "ui/items/Symbol.h"
+#include "ui/items/VideoSurface.h"
+#include "ui/loaders/ClipStarter.h"
 #include "ui/loaders/EnlargedImageLoader.h"
 #include "ui/loaders/FullImageLoader.h"
 #include "ui/loaders/MetadataLoader.h"
+#include "ui/loaders/PlayerClock.h"
 #include "ui/loaders/RejectTotals.h"
 #include "ui/loaders/ScreenImageLoader.h"
 #include "ui/loaders/ThumbnailLoader.h"
@@ -136,10 +139,29 @@ struct SymbolForQml {
     QML_NAMED_ELEMENT(Symbol)
 };
 
+struct VideoPlayerForQml {
+    Q_GADGET
+    QML_FOREIGN(VideoPlayer)
+    QML_NAMED_ELEMENT(VideoPlayer)
+    QML_UNCREATABLE("The controller owns the only one.")
+};
+
+struct VideoSurfaceForQml {
+    Q_GADGET
+    QML_FOREIGN(VideoSurface)
+    QML_NAMED_ELEMENT(VideoSurface)
+};
+
 struct ItemLoaderForQml {
     Q_GADGET
     QML_FOREIGN(ItemLoader)
     QML_ANONYMOUS
+};
+
+struct ClipStarterForQml {
+    Q_GADGET
+    QML_FOREIGN(ClipStarter)
+    QML_NAMED_ELEMENT(ClipStarter)
 };
 
 struct EnlargedImageLoaderForQml {
@@ -158,6 +180,12 @@ struct MetadataLoaderForQml {
     Q_GADGET
     QML_FOREIGN(MetadataLoader)
     QML_NAMED_ELEMENT(MetadataLoader)
+};
+
+struct PlayerClockForQml {
+    Q_GADGET
+    QML_FOREIGN(PlayerClock)
+    QML_NAMED_ELEMENT(PlayerClock)
 };
 
 struct RejectTotalsForQml {

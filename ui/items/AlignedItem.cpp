@@ -86,6 +86,7 @@ void AlignedItem::follow()
     const QPointF offset = onWholePixel({});
     if (offset != m_offset) {
         m_offset = offset;
+        polish();
         update();
     }
 }

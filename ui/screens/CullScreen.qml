@@ -98,8 +98,8 @@ Item {
         When {
             active: session.currentIsVideo
 
-            PosterView {
-                objectName: "poster"
+            VideoPlayerView {
+                objectName: "player"
                 anchors.fill: parent
                 appState: root.appState
                 item: session.currentItem

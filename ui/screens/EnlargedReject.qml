@@ -74,8 +74,8 @@ Rectangle {
         When {
             active: root.isVideo
 
-            PosterView {
-                objectName: "enlargedPoster"
+            VideoPlayerView {
+                objectName: "enlargedPlayer"
                 anchors.fill: parent
                 appState: root.appState
                 item: root.item

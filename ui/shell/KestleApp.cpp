@@ -75,6 +75,7 @@ KestleApp::KestleApp(Extras extras)
     , m_reader(std::make_shared<ExifReader>())
     , m_cardReads(m_reader, m_fileManager)
     , m_folderDialog(PortalFolderDialog::onSessionBus(dialogWithoutPortal()))
+    , m_videoPlayers({})
     , m_appState(services())
     , m_keyHandler(m_appState)
     , m_menuCommands(m_appState, m_keyHandler)
@@ -106,6 +107,8 @@ AppState::Services KestleApp::services()
             .defaults = &m_defaults,
             .pipeline = &m_pipeline,
             .cardReads = &m_cardReads,
+            .videoPlayer =
+                [this](const std::filesystem::path &url) { return m_videoPlayers.player(url); },
             .screenMaxPixel = [this] { return screenMaxPixelOfWindow(); },
             .sessionFolder = SessionStore::defaultDirectory()};
 }

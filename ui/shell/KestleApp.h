@@ -11,6 +11,7 @@
 #include "app/UpdateController.h"
 #include "platform/access/PortalFolderDialog.h"
 #include "platform/files/FileManager.h"
+#include "platform/media/VideoPlayers.h"
 #include "platform/settings/UserDefaults.h"
 #include "ui/shell/JoinedVolumes.h"
 #include "ui/shell/KeyMonitor.h"
@@ -91,6 +92,7 @@ private:
     CardReads m_cardReads;
     WindowFolderDialog m_windowFolderDialog;
     std::unique_ptr<PortalFolderDialog> m_folderDialog;
+    VideoPlayers m_videoPlayers;
     AppState m_appState;
     KeyHandler m_keyHandler;
     MenuCommands m_menuCommands;

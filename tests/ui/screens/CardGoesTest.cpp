@@ -25,7 +25,7 @@ private Q_SLOTS:
         });
         row("a clip", [](WindowBench &bench) {
             bench.appState.selectItem(bench.appState.session()->items().size() - 1);
-            QTRY_VERIFY(bench.find(u"poster"_s));
+            QTRY_VERIFY(bench.find(u"player"_s));
         });
         row("an open menu", [](WindowBench &bench) {
             bench.click(u"menuButton"_s);

@@ -308,11 +308,11 @@ private Q_SLOTS:
         QVERIFY(bench.texts().contains(u"Acros+R"_s));
     }
 
-    void aClipShowsItsPosterAndIgnoresZoom()
+    void aClipShowsItsPlayerAndIgnoresZoom()
     {
         WindowBench bench;
         bench.cull({"DSCF0001.MOV", "DSCF0002.JPG"});
-        QTRY_VERIFY(bench.find(u"poster"_s));
+        QTRY_VERIFY(bench.find(u"player"_s));
         QVERIFY(!bench.find(u"picture"_s));
         QVERIFY(!bench.find(u"spinner"_s));
 
@@ -320,7 +320,7 @@ private Q_SLOTS:
         bench.appState.setZoomed(true);
 
         QVERIFY(!bench.find(u"zoom"_s));
-        QVERIFY(bench.find(u"poster"_s));
+        QVERIFY(bench.find(u"player"_s));
     }
 
     void fromPhotoToClipAndBackNeitherPictureNorSpinnerIsInTheWay()
@@ -332,7 +332,7 @@ private Q_SLOTS:
         QStringList seen;
         const auto look = [&] {
             const bool isClip = bench.appState.session()->currentIndex() == 1;
-            if (isClip && (bench.find(u"picture"_s) || !bench.find(u"poster"_s))) {
+            if (isClip && (bench.find(u"picture"_s) || !bench.find(u"player"_s))) {
                 seen.append(u"a still picture of the clip"_s);
             }
             if (bench.find(u"spinner"_s)) {
