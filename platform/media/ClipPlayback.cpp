@@ -35,7 +35,15 @@ enum Observed : uint64_t { Time, Duration, End, Rate };
 } // namespace
 
 /// What answers are to, counted on for each seek.
-enum class ClipPlayback::Asked : uint64_t { Seek, FirstTime, SeekTime, SeekEnd, Count };
+enum class ClipPlayback::Asked : uint64_t {
+    Seek,
+    FirstTime,
+    Picture,
+    Sound,
+    SeekTime,
+    SeekEnd,
+    Count
+};
 
 ClipPlayback::ClipPlayback(const MpvHandle &mpv, FrameTimes frameTimes)
     : m_mpv(mpv)
@@ -140,7 +148,23 @@ void ClipPlayback::takeAnswer(uint64_t reply, const mpv_event &event)
         }
         break;
     case Asked::FirstTime:
-        begin(number(0));
+        m_firstTime = number(0);
+        ask("vo-configured", MpvHandle::Format::Flag, Asked::Picture);
+        break;
+    case Asked::Picture:
+        if (isKnown && *static_cast<const int *>(property->data) != 0) {
+            begin();
+        } else {
+            ask("audio-params/samplerate", MpvHandle::Format::Number, Asked::Sound);
+        }
+        break;
+    case Asked::Sound:
+        if (isKnown) {
+            begin();
+        } else { // nothing in it can be played, and libmpv would look for its end for ever
+            m_report.hasFailed = true;
+            m_mpv.command({"stop"});
+        }
         break;
     case Asked::SeekTime:
         judgeSeek(number(m_seekTo));
@@ -162,10 +186,9 @@ void ClipPlayback::takeRestart()
     }
 }
 
-void ClipPlayback::begin(double firstTime)
+void ClipPlayback::begin()
 {
     m_isShown = true;
-    m_firstTime = firstTime;
     if (!m_frameTimes.isKnown()) {
         m_frameTimes = FrameTimes::regular(m_framesPerSecond);
     }

@@ -40,7 +40,7 @@ private:
     void takeProperty(uint64_t observed, const mpv_event_property &property);
     void takeAnswer(uint64_t reply, const mpv_event &event);
     void takeRestart();
-    void begin(double firstTime);
+    void begin();
     void judgeSeek(double time);
     void endSeek(bool isAtEnd);
     void ask(const char *property, MpvHandle::Format format, Asked asked);

@@ -220,8 +220,8 @@ std::unique_ptr<OpenGlFrames> MpvClip::openGl(OpenGlLoader loader, void *x11Disp
         isAgain = std::exchange(m_wasBorrowed, true);
     }
     if (isAgain) {
-        const char *automatic = "auto"; // the pictures ended with the one who drew before
-        mpv_set_property_async(handle, 0, "vid", MPV_FORMAT_STRING, &automatic);
+        int64_t first = 1; // the pictures ended with the one who drew before
+        mpv_set_property_async(handle, 0, "vid", MPV_FORMAT_INT64, &first);
     }
     stir();
     return frames;

@@ -83,6 +83,9 @@ std::unique_ptr<MpvHandle> MpvHandle::create(const Settings &settings)
         mpv_set_option_string(handle, name, value); // builds differ in what they know
     }
     mpv_set_option_string(handle, "hwdec", settings.hardwareDecoding ? "auto-safe" : "no");
+    // Others are tried with every OpenGL context, and one complains on the terminal.
+    mpv_set_option_string(handle, "gpu-hwdec-interop",
+                          settings.hardwareDecoding ? "vaapi-egl" : "no");
     if (!settings.sound) {
         mpv_set_option_string(handle, "ao", "null");
     }

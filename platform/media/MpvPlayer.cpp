@@ -76,7 +76,8 @@ std::shared_ptr<VideoFrames> MpvPlayer::frames() const
 
 bool MpvPlayer::isAtEnd() const
 {
-    return !isSeeking() && (m_report.isAtEnd || (m_report.duration && m_time >= *duration()));
+    const bool isSoughtThere = m_report.duration && m_time >= *duration();
+    return isSoughtThere || (!isSeeking() && m_report.isAtEnd);
 }
 
 void MpvPlayer::take(const ClipReport &report)

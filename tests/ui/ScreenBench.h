@@ -43,6 +43,10 @@ public:
                     .defaults = &defaults,
                     .pipeline = &pipeline,
                     .cardReads = &cardReads,
+                    .videoPlayer =
+                        [this](const std::filesystem::path &url) {
+                            return makePlayer ? makePlayer(url) : nullptr;
+                        },
                     .screenMaxPixel = [] { return 1200; }})
         , keys(appState, summaryStays)
         , menuCommands(appState, keys)
@@ -135,6 +139,7 @@ public:
     UserDefaults defaults;
     DecodePipeline pipeline;
     CardReads cardReads;
+    std::function<std::unique_ptr<VideoPlayer>(const std::filesystem::path &)> makePlayer;
     AppState appState;
     KeyHandler keys;
     MenuCommands menuCommands;

@@ -10,9 +10,9 @@ ClipStarter::ClipStarter(QObject *parent)
 
 QCoro::Task<> ClipStarter::load(MediaItem item)
 {
-    // Not from within what the controller is telling: with the rest of it this may be gone.
+    // Not from within what the controller is telling: with the rest of it the view may go.
     const auto play = [this, item, begun = generation()] {
-        if (appState() && begun == generation()) {
+        if (appState() && m_isShown && begun == generation()) {
             appState()->playVideo(item);
         }
     };

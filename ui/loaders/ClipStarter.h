@@ -9,10 +9,13 @@
 /// its place. What ends it is the controller's business. Main thread only.
 class ClipStarter : public ItemLoader {
     Q_OBJECT
+    Q_PROPERTY(bool shown MEMBER m_isShown REQUIRED)
 
 public:
     explicit ClipStarter(QObject *parent = nullptr);
 
 private:
     QCoro::Task<> load(MediaItem item) override;
+
+    bool m_isShown = false; ///< whether the view is in a window, and not about to go
 };

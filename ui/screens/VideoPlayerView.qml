@@ -4,6 +4,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Window
 import Kestle
 
 // A clip that plays, and its timeline while the pointer is over it.
@@ -16,6 +17,7 @@ Item {
     ClipStarter {
         appState: root.appState
         item: root.item
+        shown: root.Window.window !== null
     }
 
     Rectangle {

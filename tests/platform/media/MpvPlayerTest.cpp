@@ -5,9 +5,17 @@
 #include "platform/media/VideoFrames.h"
 #include "platform/media/VideoPlayers.h"
 #include "tests/support/CodedClips.h"
+#include "tests/support/OpenFiles.h"
+#include "tests/support/WaitUntil.h"
 
+#include <QDir>
+#include <QElapsedTimer>
 #include <QRandomGenerator>
+#include <QSet>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <fstream>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -42,17 +50,6 @@ public:
     std::shared_ptr<VideoFrames> frames;
 };
 
-/// As QTRY_VERIFY, but as soon as anything happens.
-void waitUntil(const std::function<bool()> &isTrue)
-{
-    QDeadlineTimer patience(5s);
-    QTimer wake;
-    wake.start(50ms);
-    while (!isTrue() && !patience.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    }
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(CodedClip)
@@ -81,17 +78,209 @@ private Q_SLOTS:
     {
         QFETCH(const CodedClip, clip);
         Watched watched(m_players, clip.file());
-        QTRY_COMPARE(watched.shown(clip), 0);
+        QVERIFY(waitUntil([&] { return watched.shown(clip) == 0; }));
         QRandomGenerator dice(1);
+
         for (int i = 0; i < 200; ++i) {
             const double to = dice.bounded(clip.end());
             watched.player.seek(Seconds(to));
-            waitUntil([&] {
+            (void)waitUntil([&] {
                 return !watched.player.isSeeking() && watched.shown(clip) == clip.frameAt(to);
             });
             QCOMPARE(watched.shown(clip), clip.frameAt(to));
             QCOMPARE(watched.player.currentTime().count(), to);
         }
+    }
+
+    void scrubbingEndsOnTheNewestFrame_data()
+    {
+        QTest::addColumn<bool>("plays");
+        QTest::newRow("paused") << false;
+        QTest::newRow("while it plays") << true;
+    }
+
+    void scrubbingEndsOnTheNewestFrame()
+    {
+        QFETCH(const bool, plays);
+        const auto clip = CodedClips::all().at(0);
+        Watched watched(m_players, clip.file());
+        QVERIFY(waitUntil([&] { return watched.shown(clip) == 0; }));
+        if (plays) {
+            watched.player.play();
+        }
+        QSet<int> seen;
+
+        double to = 0;
+        for (int i = 0; i < 60; ++i) { // in a second
+            to = 1 + i * 0.1;
+            watched.player.seek(Seconds(to));
+            QTest::qWait(16);
+            seen.insert(watched.shown(clip));
+        }
+
+        QVERIFY(waitUntil([&] { return !watched.player.isSeeking(); }));
+        watched.player.pause();
+        QVERIFY(waitUntil([&] { return watched.shown(clip) >= clip.frameAt(to); }));
+        if (!plays) {
+            QCOMPARE(watched.shown(clip), clip.frameAt(to));
+        }
+        QVERIFY(watched.shown(clip) <= clip.frameAt(to + 1));
+        QVERIFY(seen.size() > 5); // frames on the way are seen, too
+    }
+
+    void itPlaysInRealTimeAndStopsAtTheEnd_data()
+    {
+        QTest::addColumn<CodedClip>("clip");
+        QTest::newRow("without sound") << CodedClip::h264(u"end.mp4"_s, 30).at(25, 1);
+        auto withSound = CodedClip::h264(u"end.mov"_s, 30).at(25, 1);
+        withSound.hasSound = true;
+        QTest::newRow("with sound") << withSound;
+    }
+
+    void itPlaysInRealTimeAndStopsAtTheEnd()
+    {
+        QFETCH(const CodedClip, clip);
+        Watched watched(m_players, clip.file());
+        auto &player = watched.player;
+        QCOMPARE(player.rate(), 0.0);
+        QVERIFY(!player.duration());
+        QElapsedTimer since;
+        since.start();
+
+        player.play();
+
+        QCOMPARE(player.rate(), 1.0);
+        QVERIFY(waitUntil([&] { return player.rate() == 0; }));
+        QVERIFY(since.elapsed() >= 1100);
+        QVERIFY(std::abs(player.duration()->count() - 1.2) < 0.05);
+        QCOMPARE(player.currentTime(), *player.duration());
+        QCOMPARE(watched.shown(clip), 29);
+
+        player.seek(Seconds(0.5)); // back from the end it stays stopped
+        QVERIFY(waitUntil([&] { return watched.shown(clip) == 12; }));
+        QCOMPARE(player.rate(), 0.0);
+
+        player.seek(Seconds(9)); // as far as it goes
+        QVERIFY(waitUntil([&] { return !player.isSeeking() && watched.shown(clip) == 29; }));
+        QCOMPARE(player.currentTime(), *player.duration());
+
+        player.play(); // from the beginning
+        QVERIFY(player.currentTime() < Seconds(0.1));
+        QVERIFY(waitUntil([&] { return watched.shown(clip) < 12 && !player.isSeeking(); }));
+        QVERIFY(waitUntil([&] { return player.currentTime() > Seconds(0.5); }));
+        player.pause();
+        QCOMPARE(player.rate(), 0.0);
+        const auto paused = player.currentTime();
+        QTest::qWait(200);
+        QVERIFY(player.currentTime() - paused < Seconds(0.1));
+    }
+
+    void whatCannotBePlayedStaysStoppedWithoutAWord_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("a text") << QByteArray("No clip.");
+        QTest::newRow("a list of other files")
+            << QByteArray("#EXTM3U\n#EXTINF:1,\n") + CodedClips::all().at(0).file().c_str() + "\n";
+        QTest::newRow("a list of an editor")
+            << QByteArray("# mpv EDL v0\n") + CodedClips::all().at(0).file().c_str() + "\n";
+        QTest::newRow("a matroska file")
+            << QByteArray::fromHex("1a45dfa3a34286810142f7810142f2810442f381084282846d6b7673");
+    }
+
+    void whatCannotBePlayedStaysStoppedWithoutAWord()
+    {
+        QFETCH(const QByteArray, content);
+        const QTemporaryDir folder;
+        const auto file = std::filesystem::path(folder.path().toStdString()) / "clip.MOV";
+        std::ofstream(file) << content.toStdString();
+        Watched watched(m_players, file);
+
+        watched.player.play();
+
+        QVERIFY(waitUntil([&] { return watched.player.hasFailed(); }));
+        QCOMPARE(watched.player.rate(), 0.0);
+        QVERIFY(!watched.player.duration());
+        QVERIFY(watched.frames->image().isNull());
+        watched.player.seek(Seconds(1));
+        watched.player.play();
+        QCOMPARE(watched.player.rate(), 0.0);
+        QCOMPARE(watched.player.currentTime(), Seconds(0));
+    }
+
+    void aFileThatIsNotThereOrNoneStaysStopped()
+    {
+        const QTemporaryDir folder;
+        for (const auto *path : {"/nowhere/clip.mov", qPrintable(folder.path()), "/dev/zero"}) {
+            Watched watched(m_players, path);
+            watched.player.play();
+            QVERIFY(waitUntil([&] { return watched.player.hasFailed(); }));
+            QCOMPARE(watched.player.rate(), 0.0);
+        }
+    }
+
+    void theFileIsLetGoOfSoon()
+    {
+        const auto clip = CodedClips::all().at(1);
+        Watched watched(m_players, clip.file());
+        watched.player.play();
+        QVERIFY(waitUntil([&] { return watched.player.currentTime() > Seconds(0.1); }));
+        QCOMPARE(OpenFiles::countOf(clip.file()), 1);
+
+        QElapsedTimer block;
+        block.start();
+        watched.drop();
+
+        QVERIFY(block.elapsed() < 16);
+        QVERIFY(waitUntil([&] { return OpenFiles::countOf(clip.file()) == 0; }, 500ms));
+        QVERIFY(waitUntil([this] { return m_players.clipCount() == 0; }));
+    }
+
+    void aFileNameMayBeAnyBytes()
+    {
+        const QTemporaryDir folder;
+        const auto clip = CodedClips::all().at(8);
+        const auto file = std::filesystem::path(folder.path().toStdString()) / "a\xff%20\n b.MOV";
+        std::filesystem::copy_file(clip.file(), file);
+
+        Watched watched(m_players, file);
+
+        QVERIFY(waitUntil([&] { return watched.shown(clip) == 0; }));
+        std::filesystem::remove(file);
+    }
+
+    void realClipsPlayOrStayBlackWithoutHarm()
+    {
+        const auto media = qEnvironmentVariable("KESTLE_SHARED_MEDIA");
+        if (!QDir(media).exists()) {
+            QSKIP("the folder of real camera files is missing");
+        }
+        int played = 0;
+        double longestBlock = 0;
+        for (const auto *folder : {"/video", "/corrupt"}) {
+            for (const auto &entry :
+                 QDir(media + QLatin1String(folder)).entryInfoList(QDir::Files)) {
+                Watched watched(m_players, entry.filePath().toStdString());
+                watched.player.play();
+                QElapsedTimer beat;
+                beat.start();
+                const auto isDecided = [&] {
+                    longestBlock = std::max(longestBlock, double(beat.restart()));
+                    return watched.player.hasFailed() || !watched.frames->image().isNull() ||
+                           watched.player.currentTime() > Seconds(0.05) ||
+                           watched.player.rate() == 0;
+                };
+                (void)waitUntil(isDecided, 700ms);
+                played += watched.frames->image().isNull() ? 0 : 1;
+                watched.player.seek(Seconds(0.3));
+                QTest::qWait(20);
+            }
+        }
+        qInfo("%d show pictures; the main thread was held up for %.0f ms at most", played,
+              longestBlock);
+        QVERIFY(played > 10);
+        QVERIFY(longestBlock < 100);
+        QVERIFY(waitUntil([this] { return m_players.clipCount() == 0; }));
     }
 
 private:
