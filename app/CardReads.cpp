@@ -22,6 +22,7 @@ void CardReads::beginSelection(qint64 number)
     if (m_selection != number) {
         m_selection = number;
         m_pool.renew();
+        m_sizedItems.clear();
         m_sizes.clear();
     }
 }
@@ -45,28 +46,34 @@ QFuture<std::optional<ImageMetadata>> CardReads::metadata(const std::filesystem:
     return m_pool.run(std::move(read));
 }
 
-QFuture<QHash<QString, qint64>> CardReads::sizes(const QList<MediaItem> &items,
-                                                 std::stop_token stop)
+QFuture<QList<qint64>> CardReads::sizes(const QList<MediaItem> &items, const QList<qint64> &rows,
+                                        std::stop_token stop)
 {
-    auto ask = [fileManager = m_fileManager, items, stop = std::move(stop)] {
-        QHash<QString, qint64> sizes;
-        for (const auto &item : items) {
+    auto ask = [fileManager = m_fileManager, items, rows, stop = std::move(stop)] {
+        QList<qint64> sizes;
+        sizes.reserve(rows.size());
+        for (const auto row : rows) {
             if (stop.stop_requested()) {
                 break;
             }
             qint64 bytes = 0;
-            for (const auto &url : item.allURLs()) {
+            for (const auto &url : items.at(row).allURLs()) {
                 bytes += fileManager->fileSize(url).value_or(0);
             }
-            sizes.insert(item.id, bytes);
+            sizes.append(bytes);
         }
         return sizes;
     };
     return m_pool.run(std::move(ask));
 }
 
-std::optional<qint64> CardReads::rememberedSize(const QString &id) const
+void CardReads::rememberSizes(const QList<MediaItem> &items, const QList<qint64> &sizes)
 {
-    const auto size = m_sizes.constFind(id);
-    return size != m_sizes.cend() ? std::optional(*size) : std::nullopt;
+    m_sizedItems = items;
+    m_sizes = sizes;
+}
+
+QList<qint64> CardReads::rememberedSizes(const QList<MediaItem> &items) const
+{
+    return m_sizedItems.isSharedWith(items) ? m_sizes : QList<qint64>(items.size(), -1);
 }

@@ -8,7 +8,6 @@
 #include "platform/threads/RenewablePool.h"
 
 #include <QFuture>
-#include <QHash>
 #include <QList>
 
 #include <filesystem>
@@ -39,21 +38,24 @@ public:
     [[nodiscard]] QFuture<std::optional<ImageMetadata>> metadata(const std::filesystem::path &url,
                                                                  std::stop_token stop);
 
-    /// Bytes that the files of each of @p items occupy, by id; a size that cannot be read counts
-    /// as 0.
-    [[nodiscard]] QFuture<QHash<QString, qint64>> sizes(const QList<MediaItem> &items,
-                                                        std::stop_token stop);
+    /// Bytes that the files of those of @p items occupy that are in these @p rows, in their order;
+    /// a size that cannot be read counts as 0. There are fewer when it was stopped.
+    [[nodiscard]] QFuture<QList<qint64>> sizes(const QList<MediaItem> &items,
+                                               const QList<qint64> &rows, std::stop_token stop);
 
-    /// What sizes() has brought, for as long as the card stays selected.
-    void rememberSizes(const QHash<QString, qint64> &sizes) { m_sizes.insert(sizes); }
+    /// Keeps what sizes() has brought, bytes for each of @p items or -1, for as long as the card
+    /// stays selected.
+    void rememberSizes(const QList<MediaItem> &items, const QList<qint64> &sizes);
 
-    [[nodiscard]] std::optional<qint64> rememberedSize(const QString &id) const;
+    /// One for each of @p items; -1 for one that is not known, or for all of another list.
+    [[nodiscard]] QList<qint64> rememberedSizes(const QList<MediaItem> &items) const;
 
 private:
     std::shared_ptr<const MetadataReading> m_reader;
     std::shared_ptr<const FileManager> m_fileManager;
     std::shared_ptr<const RememberedMetadata> m_remembered;
-    QHash<QString, qint64> m_sizes; ///< bytes by item id
+    QList<MediaItem> m_sizedItems;
+    QList<qint64> m_sizes; ///< of m_sizedItems
     RenewablePool m_pool;
     qint64 m_selection = 0;
 };

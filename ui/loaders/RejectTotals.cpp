@@ -48,9 +48,11 @@ void RejectTotals::replaceSession()
     ++m_generation;
     m_stop.request_stop();
     m_stop = std::stop_source();
-    m_sizes.clear();
+    m_unasked.clear();
     const auto *session = m_appState ? m_appState->session() : nullptr;
     m_items = session ? session->items() : QList<MediaItem>();
+    m_sizes = session ? m_appState->cardReads()->rememberedSizes(m_items) : QList<qint64>();
+    m_asked = QBitArray(m_items.size());
     m_rejected = session ? session->rejectedRows() : RejectedRows();
     m_reversals = session ? session->reversals().size() : 0;
     countAll();
@@ -90,17 +92,14 @@ void RejectTotals::count(qint64 row, bool rejected)
     const auto &item = m_items.at(row);
     const qint64 sign = rejected ? 1 : -1;
     m_files += sign * filesOf(item);
-    auto size = m_sizes.constFind(item.id);
-    if (size == m_sizes.cend()) {
-        size = m_sizes.insert(item.id, m_appState->cardReads()->rememberedSize(item.id));
-        if (!*size) {
-            m_unasked.append(item);
-        }
+    if (const auto size = m_sizes.at(row); size >= 0) {
+        m_bytes += sign * size;
+        return;
     }
-    if (*size) {
-        m_bytes += sign * **size;
-    } else {
-        m_sizesOnTheirWay += sign;
+    m_sizesOnTheirWay += sign;
+    if (!m_asked.testBit(row)) {
+        m_asked.setBit(row);
+        m_unasked.append(row);
     }
 }
 
@@ -124,20 +123,20 @@ void RejectTotals::tell()
     }
 }
 
-QCoro::Task<> RejectTotals::ask(QList<MediaItem> items, std::stop_token stop)
+QCoro::Task<> RejectTotals::ask(QList<qint64> rows, std::stop_token stop)
 {
     const auto generation = m_generation;
     const QPointer self(this);
 
-    const auto sizes = co_await m_appState->cardReads()->sizes(items, std::move(stop));
+    const auto sizes = co_await m_appState->cardReads()->sizes(m_items, rows, std::move(stop));
 
     if (!self || generation != m_generation) {
         co_return;
     }
-    m_appState->cardReads()->rememberSizes(sizes);
-    for (auto size = sizes.cbegin(); size != sizes.cend(); ++size) {
-        m_sizes.insert(size.key(), size.value());
+    for (qsizetype place = 0; place < sizes.size(); ++place) {
+        m_sizes[rows.at(place)] = sizes.at(place);
     }
+    m_appState->cardReads()->rememberSizes(m_items, m_sizes);
     countAll();
     tell();
 }

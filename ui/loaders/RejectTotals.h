@@ -6,8 +6,8 @@
 #include "app/AppState.h"
 #include "core/model/MediaItem.h"
 
+#include <QBitArray>
 #include <QCoroTask>
-#include <QHash>
 #include <QObject>
 #include <QPointer>
 
@@ -56,14 +56,15 @@ private:
     void countAll();
     void count(qint64 row, bool rejected);
     void tell();
-    QCoro::Task<> ask(QList<MediaItem> items, std::stop_token stop);
+    QCoro::Task<> ask(QList<qint64> rows, std::stop_token stop);
 
     QPointer<AppState> m_appState;
-    QList<MediaItem> m_items;                      ///< all of the session
-    RejectedRows m_rejected;                       ///< those that are counted
-    qint64 m_reversals = 0;                        ///< how many of the session's are known
-    QHash<QString, std::optional<qint64>> m_sizes; ///< bytes by item id; absent: on their way
-    QList<MediaItem> m_unasked;
+    QList<MediaItem> m_items; ///< all of the session
+    RejectedRows m_rejected;  ///< those that are counted
+    qint64 m_reversals = 0;   ///< how many of the session's are known
+    QList<qint64> m_sizes;    ///< bytes by row; -1: not known
+    QBitArray m_asked;        ///< whose sizes are known or on their way
+    QList<qint64> m_unasked;  ///< rows
     qint64 m_files = 0;
     qint64 m_bytes = 0;
     qint64 m_sizesOnTheirWay = 0; ///< of what is counted
