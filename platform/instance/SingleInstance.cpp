@@ -9,6 +9,8 @@
 #include <QDBusMessage>
 #include <QFile>
 
+#include <thread>
+
 using namespace Qt::StringLiterals;
 using Role = SingleInstance::Role;
 
@@ -18,9 +20,9 @@ constexpr auto connectionName = "kestle-instance"_L1;
 constexpr uint exists = 3;
 constexpr uint doNotQueue = 4;
 
-/// A bus that has to answer only this has long done so; a program may be busy.
-constexpr int busTimeout = 2'000;     // milliseconds
-constexpr int programTimeout = 5'000; // milliseconds
+/// A bus that has to answer only this has long done so.
+constexpr int busTimeout = 2'000; // milliseconds
+constexpr std::chrono::milliseconds betweenRequests(200);
 
 /// Without asking libdbus, which would begin a bus of its own.
 static bool hasSessionBus()
@@ -44,8 +46,9 @@ static uint request(const QDBusConnection &bus, const QString &name)
     return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments().value(0).toUInt() : 0;
 }
 
-/// Whether somebody holds @p name and was told.
-static bool wake(const QDBusConnection &bus, const QString &name)
+/// Whether who holds @p name has answered.
+static bool wake(const QDBusConnection &bus, const QString &name,
+                 std::chrono::milliseconds patience)
 {
     QVariantMap platformData;
     for (const auto &[key, variable] : {std::pair("activation-token"_L1, "XDG_ACTIVATION_TOKEN"),
@@ -58,15 +61,12 @@ static bool wake(const QDBusConnection &bus, const QString &name)
                                                u"Activate"_s);
     call.setAutoStartService(false);
     call << platformData;
-    const auto reply = bus.call(call, QDBus::Block, programTimeout);
-    // One that does not answer is still there: two of them would write the same files.
-    return reply.type() != QDBusMessage::ErrorMessage ||
-           (reply.errorName() != "org.freedesktop.DBus.Error.ServiceUnknown"_L1 &&
-            reply.errorName() != "org.freedesktop.DBus.Error.NameHasNoOwner"_L1);
+    return bus.call(call, QDBus::Block, int(patience.count())).type() == QDBusMessage::ReplyMessage;
 }
 
 /// Asks and, where somebody was there before, tells it. Blocks.
-static Role claim(const QString &name, ActivationCalls *calls)
+static Role claim(const QString &name, SingleInstance::Patience patience, ActivationCalls *calls,
+                  std::atomic_bool &isTaken)
 {
     if (!hasSessionBus()) {
         return Role::First;
@@ -77,23 +77,37 @@ static Role claim(const QString &name, ActivationCalls *calls)
     }
     // Before the name is held, so that nobody finds it without its calls.
     bus.registerObject(pathOf(name), calls, QDBusConnection::ExportAllSlots);
-    for (int tries = 0; tries < 3; ++tries) {
-        if (request(bus, name) != exists) {
-            return Role::First;
-        }
-        if (wake(bus, name)) {
+    if (request(bus, name) != exists) {
+        return Role::First;
+    }
+    isTaken = true;
+    if (wake(bus, name, patience.answer)) {
+        return Role::Second;
+    }
+    // It has ended, or is about to, or hangs; two of them would write the same files.
+    const auto end = std::chrono::steady_clock::now() + patience.end;
+    while (request(bus, name) == exists) {
+        if (std::chrono::steady_clock::now() >= end) {
             return Role::Second;
-        } // else the first one has just ended
+        }
+        std::this_thread::sleep_for(betweenRequests);
     }
     return Role::First;
 }
 
 SingleInstance::SingleInstance(const QString &name, QObject *parent)
+    : SingleInstance(name, Patience(), parent)
+{
+}
+
+SingleInstance::SingleInstance(const QString &name, Patience patience, QObject *parent)
     : QObject(parent)
     , m_calls(std::make_unique<ActivationCalls>())
 {
     connect(m_calls.get(), &ActivationCalls::wanted, this, &SingleInstance::activationWanted);
-    std::packaged_task<Role()> task([name, calls = m_calls.get()] { return claim(name, calls); });
+    std::packaged_task<Role()> task([name, patience, calls = m_calls.get(), isTaken = m_isTaken] {
+        return claim(name, patience, calls, *isTaken);
+    });
     m_answer = task.get_future();
     m_thread = std::thread(std::move(task));
 }
@@ -112,5 +126,6 @@ SingleInstance::~SingleInstance()
 
 Role SingleInstance::role(std::chrono::milliseconds patience)
 {
-    return m_answer.wait_for(patience) == std::future_status::ready ? m_answer.get() : Role::First;
+    const bool isThere = m_answer.wait_for(patience) == std::future_status::ready;
+    return isThere || *m_isTaken ? m_answer.get() : Role::First;
 }

@@ -90,6 +90,35 @@ private Q_SLOTS:
         QCOMPARE(next.role(10s), Role::First);
     }
 
+    void aFirstThatIsBusyLeavesTheSecondWhatItIs()
+    {
+        SingleInstance first(name);
+        QCOMPARE(first.role(10s), Role::First);
+        QProcess second;
+        second.start(QCoreApplication::applicationFilePath(), {u"--ask-in-haste"_s});
+
+        // No event loop runs here meanwhile.
+        QVERIFY(second.waitForReadyRead(20'000));
+
+        QCOMPARE(second.readAllStandardOutput().trimmed(), "second"_ba);
+        second.waitForFinished();
+    }
+
+    void aSecondTakesThePlaceOfAFirstThatEnds()
+    {
+        auto first = std::make_unique<SingleInstance>(name);
+        QCOMPARE(first->role(10s), Role::First);
+        QProcess second;
+        second.start(QCoreApplication::applicationFilePath(), {u"--ask"_s});
+        QVERIFY(!second.waitForReadyRead(500)); // it waits
+
+        first.reset();
+
+        QVERIFY(second.waitForReadyRead(20'000));
+        QCOMPARE(second.readAllStandardOutput().trimmed(), "first"_ba);
+        second.waitForFinished();
+    }
+
     void withoutABusEveryoneIsFirst_data()
     {
         QTest::addColumn<QString>("address");
@@ -159,9 +188,12 @@ private:
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc == 2 && qstrcmp(argv[1], "--ask") == 0) {
-        SingleInstance instance(SingleInstanceTest::name);
-        std::puts(instance.role(3s) == Role::First ? "first" : "second");
+    const bool isHasty = argc == 2 && qstrcmp(argv[1], "--ask-in-haste") == 0;
+    if (isHasty || (argc == 2 && qstrcmp(argv[1], "--ask") == 0)) {
+        SingleInstance instance(SingleInstanceTest::name,
+                                isHasty ? SingleInstance::Patience{.answer = 300ms, .end = 300ms}
+                                        : SingleInstance::Patience());
+        std::puts(instance.role(isHasty ? 100ms : 3s) == Role::First ? "first" : "second");
         std::fflush(stdout);
         return 0;
     }
