@@ -45,6 +45,7 @@ AppState::~AppState()
 void AppState::finish()
 {
     m_volumeWatcher.reset();
+    dropVideoPlayer(); // no sound goes on while others are waited for, and its card is let go
     m_scan.stop();
     m_deletion.finish();
     m_sessions.finish();

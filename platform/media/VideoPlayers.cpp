@@ -7,6 +7,7 @@
 #include "platform/media/MpvPlayer.h"
 
 #include <atomic>
+#include <chrono>
 #include <clocale>
 #include <condition_variable>
 #include <list>
@@ -16,6 +17,8 @@
 /// Clips at work at once: each that plays, or is about to begin or to end, has a dozen threads and
 /// some ten megabytes. One is looked at; on a card that hangs they stay.
 static constexpr int mostAtWork = 8;
+/// How often one that waits for its turn looks whether it is still wanted.
+static constexpr std::chrono::milliseconds pauseBetweenLooks(100);
 
 class VideoPlayers::Threads {
 public:
@@ -53,7 +56,14 @@ private:
     {
         {
             std::unique_lock lock(m_mutex);
-            m_frees.wait(lock, [this] { return m_atWork < mostAtWork; });
+            // Nobody tells when a clip is closed: those that wait behind a card that hangs would
+            // grow in number with every step.
+            while (m_atWork >= mostAtWork) {
+                if (clip.isClosed()) {
+                    return;
+                }
+                m_frees.wait_for(lock, pauseBetweenLooks);
+            }
             ++m_atWork;
         }
         if (!clip.isClosed()) {

@@ -236,6 +236,24 @@ private Q_SLOTS:
         QVERIFY(waitUntil([this] { return m_players.clipCount() == 0; }));
     }
 
+    void clipsThatAreLeftDoNotWaitBehindThoseAtWork()
+    {
+        const auto clip = CodedClips::all().at(8);
+        std::vector<std::unique_ptr<VideoPlayer>> atWork;
+        for (int i = 0; i < 8; ++i) {
+            atWork.push_back(m_players.player(clip.file()));
+        }
+        QVERIFY(waitUntil([&] { return OpenFiles::countOf(clip.file()) == 8; }));
+
+        for (int i = 0; i < 20; ++i) {
+            m_players.player(clip.file()).reset();
+        }
+
+        QVERIFY(waitUntil([&] { return m_players.clipCount() == 8; }));
+        atWork.clear();
+        QVERIFY(waitUntil([&] { return m_players.clipCount() == 0; }));
+    }
+
     void aFileNameMayBeAnyBytes()
     {
         const QTemporaryDir folder;
