@@ -150,6 +150,7 @@ bool KestleApp::show()
     }
     m_windowFolderDialog.setHome(&m_engine, m_window);
     m_windowMemory.follow(m_window);
+    m_lateLibraries.loadAfterFirstFrameOf(m_window);
     makeSideWindows();
     m_appState.start();
     m_keyMonitor.install(m_window);

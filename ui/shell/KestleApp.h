@@ -15,6 +15,7 @@
 #include "platform/settings/UserDefaults.h"
 #include "ui/shell/JoinedVolumes.h"
 #include "ui/shell/KeyMonitor.h"
+#include "ui/shell/LateLibraries.h"
 #include "ui/shell/SideWindow.h"
 #include "ui/shell/WindowFolderDialog.h"
 #include "ui/shell/WindowMemory.h"
@@ -100,6 +101,7 @@ private:
     Preferences m_preferences;
     std::unique_ptr<UpdateController> m_updates;
     WindowMemory m_windowMemory;
+    LateLibraries m_lateLibraries;
     QQmlApplicationEngine m_engine;
     std::optional<SideWindow> m_settings;
     std::optional<SideWindow> m_about;
