@@ -57,7 +57,8 @@ private Q_SLOTS:
         QTest::newRow("FFmpeg") << u"<libav"_s
                                 << QStringList{u"platform/hevc/"_s, u"platform/libav/"_s,
                                                u"platform/media/"_s};
-        QTest::newRow("libmpv") << u"<mpv/"_s << QStringList{u"platform/media/"_s};
+        QTest::newRow("libmpv") << u"<mpv/"_s
+                                << QStringList{u"platform/media/"_s, u"platform/mpv/"_s};
         QTest::newRow("nlohmann") << u"<nlohmann/"_s << QStringList{u"core/store/"_s};
         QTest::newRow("OpenSSL") << u"<openssl/"_s << QStringList{u"platform/updates/"_s};
         QTest::newRow("Qt Network") << u"<QNetwork"_s << QStringList{u"platform/updates/"_s};

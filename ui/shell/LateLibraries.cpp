@@ -4,12 +4,19 @@
 #include "ui/shell/LateLibraries.h"
 
 #include "platform/libav/Libav.h"
+#include "platform/mpv/Mpv.h"
 
 #include <QQuickWindow>
 
 void LateLibraries::loadAfterFirstFrameOf(QQuickWindow *window)
 {
     QObject::connect(
-        window, &QQuickWindow::frameSwapped, window, [this] { m_pool.start([] { loadLibav(); }); },
+        window, &QQuickWindow::frameSwapped, window,
+        [this] {
+            m_pool.start([] {
+                loadLibav();
+                loadMpv();
+            });
+        },
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
