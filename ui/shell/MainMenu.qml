@@ -16,6 +16,11 @@ CommandMenu {
     required property Window window
 
     objectName: "mainMenu"
+    // The click that closes it is not meant for what lies below, which is to hear neither of the
+    // press nor of the release. Those within it would keep the mouse from this one.
+    modal: true
+    dim: false
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnReleaseOutside
 
     CommandMenu {
         title: qsTr("Kestle")

@@ -59,7 +59,7 @@ Item {
         objectName: "menuButton"
         symbolKind: Symbol.Menu
         name: qsTr("Menu")
-        onClicked: root.openMenu(null)
+        onClicked: root.toggleMenu(null)
     }
 
     MainMenu {
@@ -100,17 +100,15 @@ Item {
     Shortcut {
         sequence: "F10"
         context: Qt.ApplicationShortcut
-        onActivated: {
-            if (menu.visible) {
-                menu.close();
-            } else if (!root.popupOpen) {
-                root.openMenu(menu.itemAt(0));
-            }
-        }
+        onActivated: root.toggleMenu(menu.itemAt(0))
     }
 
-    function openMenu(chosen: Item): void {
-        menu.popup(menuButton, 4, root.height, chosen);
+    function toggleMenu(chosen: Item): void {
+        if (menu.visible) {
+            menu.close();
+        } else if (!root.popupOpen) {
+            menu.popup(menuButton, 4, root.height, chosen);
+        }
     }
 
     function toggleMaximized(): void {

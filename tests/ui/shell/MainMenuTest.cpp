@@ -3,6 +3,9 @@
 
 #include "tests/ui/WindowBench.h"
 
+#include <QAccessible>
+#include <QStyleHints>
+
 using namespace Qt::StringLiterals;
 
 /// The menus as they are clicked through.
@@ -10,6 +13,11 @@ class MainMenuTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        QGuiApplication::styleHints()->setUseHoverEffects(true); // as desktops have it
+    }
+
     void init()
     {
         m_bench = std::make_unique<WindowBench>();
@@ -162,17 +170,209 @@ private Q_SLOTS:
         QCOMPARE(app().phase(), Phase::review());
     }
 
+    void aClickThatClosesTheMenuDoesNothingBelow_data()
+    {
+        QTest::addColumn<QString>("below");
+        QTest::addColumn<bool>("withinMenu");
+        for (const bool withinMenu : {false, true}) {
+            const auto *const depth = withinMenu ? "%s, below a menu within the menu" : "%s";
+            QTest::addRow(depth, "thumbnail") << u"thumbnail"_s << withinMenu;
+            QTest::addRow(depth, "step") << u"reviewStep"_s << withinMenu;
+            QTest::addRow(depth, "menu's own button") << u"menuButton"_s << withinMenu;
+            QTest::addRow(depth, "button of the window") << u"maximiseButton"_s << withinMenu;
+        }
+    }
+
+    void aClickThatClosesTheMenuDoesNothingBelow()
+    {
+        QFETCH(const QString, below);
+        QFETCH(const bool, withinMenu);
+        m_bench->key(Qt::Key_Right);
+        const auto *const item = itemBelow(below);
+        QVERIFY(item);
+        m_bench->click(u"menuButton"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Cull"_s).isEmpty());
+        if (withinMenu) {
+            m_bench->click(m_bench->itemsShowing(u"Kestle"_s).last());
+            QTRY_VERIFY(!m_bench->itemsShowing(u"About Kestle"_s).isEmpty());
+        }
+
+        m_bench->click(item);
+
+        QTRY_VERIFY(!isMenuOpen());
+        QTest::qWait(50);
+        QVERIFY(!isMenuOpen()); // nor opened again
+        QCOMPARE(app().phase(), Phase::culling());
+        QCOMPARE(app().session()->currentIndex(), 1);
+        QVERIFY(m_bench->window->visibility() != QWindow::Maximized);
+        expectKeysInTheWindow();
+        // The next click is for what is below.
+        m_bench->click(itemBelow(u"thumbnail"_s));
+        QTRY_COMPARE(app().session()->currentIndex(), 0);
+    }
+
+    void theWheelTurnsNothingBelowTheMenu()
+    {
+        const auto *const strip = m_bench->find(u"strip"_s);
+        m_bench->window->resize(1000, 700);
+        m_bench->waitForFrames();
+        const auto before = strip->property("contentX");
+        m_bench->click(u"menuButton"_s);
+        QTRY_VERIFY(isMenuOpen());
+
+        const auto place = WindowBench::rectOf(strip).center();
+        QWheelEvent event(place, m_bench->window->mapToGlobal(place), {}, QPoint(0, 120), {}, {},
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(m_bench->window, &event);
+
+        QCOMPARE(strip->property("contentX"), before);
+        QVERIFY(isMenuOpen());
+    }
+
+    void aMenuThatTheMouseOpenedAnswersKeys()
+    {
+        m_bench->click(u"menuButton"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Cull"_s).isEmpty());
+
+        m_bench->key(Qt::Key_Down);
+        QTRY_VERIFY(chosen(u"Kestle"_s));
+        m_bench->key(Qt::Key_Down);
+        m_bench->key(Qt::Key_Down);
+        m_bench->key(Qt::Key_Return);
+        QTRY_VERIFY(chosen(u"Reject (X)"_s));
+        m_bench->key(Qt::Key_Left);
+        QTRY_VERIFY(m_bench->itemsShowing(u"Reject (X)"_s).isEmpty());
+        m_bench->key(Qt::Key_Right);
+        QTRY_VERIFY(chosen(u"Reject (X)"_s));
+        m_bench->key(Qt::Key_Down);
+        m_bench->key(Qt::Key_Down);
+        m_bench->key(Qt::Key_Return);
+
+        QTRY_VERIFY(!app().showExifBar());
+        expectKeysInTheWindow();
+    }
+
+    void escapeClosesWhatTheMouseOpened()
+    {
+        m_bench->click(u"menuButton"_s);
+        QTRY_VERIFY(isMenuOpen());
+
+        m_bench->key(Qt::Key_Escape);
+
+        expectKeysInTheWindow();
+    }
+
+    void escapeClosesMenusOneByOne()
+    {
+        openMenu(u"Cull"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Reject (X)"_s).isEmpty());
+
+        m_bench->key(Qt::Key_Escape);
+        QTRY_VERIFY(m_bench->itemsShowing(u"Reject (X)"_s).isEmpty());
+        QVERIFY(isMenuOpen());
+        m_bench->key(Qt::Key_Escape);
+
+        expectKeysInTheWindow();
+    }
+
+    void menusOpenAsTheMousePassesAndAnswerKeys()
+    {
+        m_bench->click(u"menuButton"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Cull"_s).isEmpty());
+
+        hover(u"Kestle"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"About Kestle"_s).isEmpty());
+        hover(u"About Kestle"_s);
+        QTRY_VERIFY(chosen(u"About Kestle"_s));
+        hover(u"Cull"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Reject (X)"_s).isEmpty());
+        QTRY_VERIFY(m_bench->itemsShowing(u"About Kestle"_s).isEmpty());
+        hover(u"Reject (X)"_s);
+        QTRY_VERIFY(chosen(u"Reject (X)"_s));
+        m_bench->key(Qt::Key_Down);
+        QTRY_VERIFY(chosen(u"Zoom 100% (Z)"_s));
+        m_bench->key(Qt::Key_Return);
+
+        QTRY_VERIFY(app().zoomed());
+        QTRY_VERIFY(!isMenuOpen());
+    }
+
+    void anEntryCanBeClickedWhileAnotherMenuIsOpen()
+    {
+        openMenu(u"Kestle"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"About Kestle"_s).isEmpty());
+
+        m_bench->click(m_bench->itemsShowing(u"Cull"_s).last());
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Toggle Info (I)"_s).isEmpty());
+        m_bench->click(m_bench->itemsShowing(u"Toggle Info (I)"_s).last());
+
+        QTRY_VERIFY(!app().showExifBar());
+        expectKeysInTheWindow();
+    }
+
+    void aReaderOpensAndClosesTheMenuByItsButton()
+    {
+        press(m_bench->find(u"menuButton"_s));
+        QTRY_VERIFY(isMenuOpen());
+
+        press(m_bench->find(u"menuButton"_s));
+
+        QTRY_VERIFY(!isMenuOpen());
+        expectKeysInTheWindow();
+    }
+
+    void aReadersPressOnACommandWithAShortcutClosesTheMenu()
+    {
+        m_bench->key(Qt::Key_X);
+        openMenu(u"Edit"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(u"Undo Decision"_s).isEmpty());
+
+        press(entryOf(u"Undo Decision"_s));
+
+        QTRY_COMPARE(app().session()->rejectedCount(), 0);
+        QTRY_VERIFY(!isMenuOpen());
+    }
+
 private:
     bool chosen(const QString &command) const
     {
+        const auto *const entry = entryOf(command);
+        return entry && entry->property("highlighted").toBool();
+    }
+
+    const QQuickItem *entryOf(const QString &command) const
+    {
         const auto items = m_bench->itemsShowing(command);
-        return !items.isEmpty() &&
-               items.last()->parentItem()->parentItem()->property("highlighted").toBool();
+        return items.isEmpty() ? nullptr : items.last()->parentItem()->parentItem();
+    }
+
+    bool isMenuOpen() const { return m_bench->window->property("popupOpen").toBool(); }
+
+    /// A thumbnail is that of the first item.
+    const QQuickItem *itemBelow(const QString &name) const
+    {
+        const auto *const item = m_bench->find(name);
+        return item && name == u"thumbnail"_s ? item->parentItem() : item;
+    }
+
+    void hover(const QString &command) const
+    {
+        const auto place = WindowBench::rectOf(entryOf(command)).center().toPoint();
+        QTest::mouseMove(m_bench->window, place - QPoint(3, 0));
+        QTest::mouseMove(m_bench->window, place);
+    }
+
+    static void press(const QQuickItem *item)
+    {
+        QVERIFY(item);
+        QAccessible::queryAccessibleInterface(const_cast<QQuickItem *>(item))
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
     }
 
     void expectKeysInTheWindow() const
     {
-        QTRY_VERIFY(!m_bench->window->property("popupOpen").toBool());
+        QTRY_VERIFY(!isMenuOpen());
         const auto index = app().session()->currentIndex();
         m_bench->key(Qt::Key_Right);
         QCOMPARE(app().session()->currentIndex(), index + 1);
