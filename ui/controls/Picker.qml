@@ -22,7 +22,13 @@ T.ComboBox {
     Accessible.role: Accessible.ComboBox
     Accessible.name: root.name
     Accessible.description: root.displayText
-    Accessible.onPressAction: root.popup.open()
+    Accessible.onPressAction: {
+        if (root.popup.visible) {
+            root.popup.close();
+        } else {
+            root.popup.open();
+        }
+    }
 
     contentItem: Text {
         verticalAlignment: Text.AlignVCenter
@@ -96,6 +102,10 @@ T.ComboBox {
         width: root.width
         implicitHeight: Math.min(implicitContentHeight + 10, 300)
         padding: 5
+        // The click that closes it is not meant for what lies below.
+        modal: true
+        dim: false
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnReleaseOutside
 
         // The keys are the list's as long as it is open, and nobody's afterwards.
         onOpened: root.forceActiveFocus(Qt.PopupFocusReason)

@@ -3,6 +3,8 @@
 
 #include "tests/ui/WindowBench.h"
 
+#include <QAccessible>
+
 using namespace Qt::StringLiterals;
 
 class CardScreenTest : public QObject {
@@ -109,13 +111,7 @@ private Q_SLOTS:
     void aClickBesideAnOpenPickerClosesItAndGivesTheKeysBack()
     {
         WindowBench bench;
-        bench.appState.start();
-        bench.mountCard("ONE", ScreenBench::shots(2));
-        bench.mountCard("TWO", ScreenBench::shots(2));
-        QTRY_COMPARE(bench.text(u"title"_s), u"ONE"_s);
-        QTRY_VERIFY(bench.find(u"cardPicker"_s));
-        bench.click(u"cardPicker"_s);
-        QTRY_VERIFY(bench.window->property("popupOpen").toBool());
+        openPicker(bench);
 
         QTest::mouseClick(bench.window, Qt::LeftButton, {}, QPoint(60, 600));
 
@@ -125,6 +121,70 @@ private Q_SLOTS:
         QTRY_COMPARE(bench.text(u"title"_s), u"TWO"_s);
         bench.key(Qt::Key_Return);
         QTRY_COMPARE(bench.appState.phase(), Phase::culling());
+    }
+
+    void aClickThatClosesThePickerDoesNothingBelow_data()
+    {
+        QTest::addColumn<QString>("below");
+        QTest::newRow("button") << u"startButton"_s;
+        QTest::newRow("picker itself") << u"cardPicker"_s;
+        QTest::newRow("menu's button") << u"menuButton"_s;
+    }
+
+    void aClickThatClosesThePickerDoesNothingBelow()
+    {
+        QFETCH(const QString, below);
+        WindowBench bench;
+        openPicker(bench);
+
+        bench.click(below);
+
+        QTRY_VERIFY(!bench.window->property("popupOpen").toBool());
+        QTest::qWait(50);
+        QVERIFY(!bench.window->property("popupOpen").toBool()); // nor opened again
+        QCOMPARE(bench.appState.phase(), Phase::cardReady(false));
+        QCOMPARE(bench.appState.currentCardIndex(), 0);
+        bench.click(u"startButton"_s);
+        QTRY_COMPARE(bench.appState.phase(), Phase::culling());
+    }
+
+    void aPickerThatTheMouseOpenedAnswersKeys_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<QString>("card");
+        QTest::newRow("Return takes the choice") << Qt::Key_Return << u"TWO"_s;
+        QTest::newRow("Escape takes none") << Qt::Key_Escape << u"ONE"_s;
+    }
+
+    void aPickerThatTheMouseOpenedAnswersKeys()
+    {
+        QFETCH(const Qt::Key, key);
+        QFETCH(const QString, card);
+        WindowBench bench;
+        openPicker(bench);
+
+        bench.key(Qt::Key_Down);
+        bench.key(key);
+
+        QTRY_VERIFY(!bench.window->property("popupOpen").toBool());
+        QTRY_COMPARE(bench.text(u"title"_s), card);
+        bench.key(Qt::Key_Return);
+        QTRY_COMPARE(bench.appState.phase(), Phase::culling());
+    }
+
+    void aReaderOpensAndClosesThePicker()
+    {
+        WindowBench bench;
+        openPicker(bench);
+
+        pressByReader(bench.find(u"cardPicker"_s));
+        QTRY_VERIFY(!bench.window->property("popupOpen").toBool());
+        pressByReader(bench.find(u"cardPicker"_s));
+        QTRY_VERIFY(!bench.itemsShowing(u"TWO"_s).isEmpty());
+        pressByReader(bench.itemsShowing(u"TWO"_s).last()->parentItem());
+
+        QTRY_COMPARE(bench.text(u"title"_s), u"TWO"_s);
+        QTRY_VERIFY(!bench.window->property("popupOpen").toBool());
     }
 
     void aCardThatIsReadyCanBeStartedByItsButton()
@@ -317,6 +377,25 @@ private Q_SLOTS:
         QCOMPARE(bench.text(u"message"_s), u"No photos or videos found on this card."_s);
         QVERIFY(bench.find(u"formats"_s));
         QVERIFY(bench.find(u"formats"_s)->width() <= 380);
+    }
+
+private:
+    static void openPicker(WindowBench &bench)
+    {
+        bench.appState.start();
+        bench.mountCard("ONE", ScreenBench::shots(2));
+        bench.mountCard("TWO", ScreenBench::shots(2));
+        QTRY_COMPARE(bench.text(u"title"_s), u"ONE"_s);
+        QTRY_VERIFY(bench.find(u"cardPicker"_s));
+        bench.click(u"cardPicker"_s);
+        QTRY_VERIFY(bench.window->property("popupOpen").toBool());
+    }
+
+    static void pressByReader(QQuickItem *item)
+    {
+        QVERIFY(item);
+        QAccessible::queryAccessibleInterface(item)->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
     }
 };
 
