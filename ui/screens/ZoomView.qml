@@ -47,14 +47,18 @@ Rectangle {
 
         readonly property real threshold: 10
         property bool hasBegun: false
+        // Begun on what is no longer shown as it was then.
+        property bool isOver: false
 
         onPointChanged: {
-            if (drag.active) {
+            if (drag.active && !drag.isOver) {
                 drag.follow(drag.point.position.x - drag.point.pressPosition.x, drag.point.position.y - drag.point.pressPosition.y);
             }
         }
         onActiveChanged: {
-            if (!drag.active) {
+            if (drag.active) {
+                drag.isOver = false;
+            } else {
                 root.endDrag();
             }
         }
@@ -70,13 +74,20 @@ Rectangle {
     Component.onCompleted: root.unpan()
 
     function endDrag(): void {
-        drag.hasBegun = false;
         root.appState.zoomPan = Qt.size(root.appState.zoomPan.width + root.dragOffset.width, root.appState.zoomPan.height + root.dragOffset.height);
+        root.dropDrag();
+    }
+
+    // The hand may still be on it; only the next press begins another.
+    function dropDrag(): void {
+        drag.isOver = true;
+        drag.hasBegun = false;
         root.dragOffset = Qt.size(0, 0);
     }
 
     // Every zoom starts unpanned.
     function unpan(): void {
+        root.dropDrag();
         root.appState.zoomPan = Qt.size(0, 0);
     }
 }

@@ -193,6 +193,57 @@ private Q_SLOTS:
         QVERIFY(isShown(bench, {1500, 1000}, {0, 0}));
     }
 
+    void aDragEndsWithThePictureThatItMoved()
+    {
+        WindowBench bench;
+        zoom(bench, {});
+        bench.key(Qt::Key_Z);
+        bench.key(Qt::Key_X);
+        bench.key(Qt::Key_Z);
+        QCOMPARE(bench.appState.session()->currentIndex(), 1);
+        QTRY_VERIFY(bench.find(u"pixels"_s));
+        press(bench);
+        moveTo(bench, {40, 40});
+        QCOMPARE(dragOffset(bench), QSizeF(40, 40));
+
+        bench.appState.undoDecision();
+        bench.appState.setZoomed(true);
+        moveTo(bench, {60, 60});
+        release(bench, {60, 60});
+
+        QCOMPARE(bench.appState.session()->currentIndex(), 0);
+        QCOMPARE(bench.appState.zoomPan(), QSizeF(0, 0));
+        QTRY_VERIFY(bench.find(u"pixels"_s));
+        press(bench); // the next one counts
+        moveTo(bench, {20, 0});
+        release(bench, {20, 0});
+        QCOMPARE(bench.appState.zoomPan(), QSizeF(20, 0));
+    }
+
+    void whatResizesTheWindowMovesNoPicture_data()
+    {
+        QTest::addColumn<QPoint>("from");
+        QTest::newRow("left edge") << QPoint(2, 350);
+        QTest::newRow("right edge") << QPoint(997, 350);
+        QTest::newRow("corner") << QPoint(2, 697);
+    }
+
+    void whatResizesTheWindowMovesNoPicture()
+    {
+        QFETCH(const QPoint, from);
+        WindowBench bench;
+        zoom(bench, {});
+
+        QTest::mousePress(bench.window, Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 10; ++step) {
+            QTest::mouseMove(bench.window, from + QPoint(from.x() < 500 ? 4 : -4, -4) * step);
+            QCOMPARE(dragOffset(bench), QSizeF(0, 0));
+        }
+        QTest::mouseRelease(bench.window, Qt::LeftButton, {}, QPoint(500, 350));
+
+        QCOMPARE(bench.appState.zoomPan(), QSizeF(0, 0));
+    }
+
     void aPictureCanBeMovedOutOfSight()
     {
         WindowBench bench;
