@@ -23,8 +23,9 @@ Item {
         id: capsule
 
         y: 6
-        width: steps.width + 20
-        height: steps.height + 10
+        // 10 beside and 5 above and below the texts, of which the steps themselves have a part.
+        width: steps.width + 14
+        height: steps.height
         radius: height / 2
         color: Qt.rgba(0, 0, 0, 0.55)
 
@@ -39,7 +40,7 @@ Item {
             id: steps
 
             anchors.centerIn: parent
-            spacing: 5
+            spacing: 2
 
             ProcessStep {
                 objectName: "cardStep"

@@ -14,8 +14,11 @@ T.AbstractButton {
     // Its place relative to the current step: before it below zero, after it above.
     required property int place
 
-    implicitWidth: implicitContentWidth
-    implicitHeight: implicitContentHeight
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    // What lies around the text is pressed as well.
+    horizontalPadding: 3
+    verticalPadding: 5
     focusPolicy: Qt.NoFocus
 
     Accessible.role: Accessible.Button
