@@ -43,6 +43,7 @@ Rectangle {
 
             readonly property real gap: 14
 
+            // What there is no room for is better left out than cut through.
             Row {
                 id: capture
 
@@ -67,6 +68,7 @@ Rectangle {
                         required property string modelData
 
                         text: modelData
+                        opacity: x + width <= space.width ? 0.9 : 0
                     }
                 }
             }
@@ -84,7 +86,7 @@ Rectangle {
                 id: fuji
 
                 anchors.verticalCenter: parent.verticalCenter
-                leftPadding: row.gap
+                leftPadding: meta.fujiTexts.length > 0 ? row.gap : 0
                 spacing: row.gap
 
                 Repeater {
@@ -95,7 +97,6 @@ Rectangle {
 
                         text: modelData
                         color: Look.green
-                        // Better left out than cut through.
                         opacity: fuji.x + x + width <= space.width ? 1 : 0
                     }
                 }
