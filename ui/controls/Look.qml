@@ -9,12 +9,10 @@ import QtQuick
 QtObject {
     id: root
 
+    // Of the screen that the main window is on; until it is on one, what makes text of its usual size.
+    property real dotsPerMillimetre: 96 / 25.4
     // The desktop's text size: a resolution of 96 dots per inch is 1.
-    property real textFactor: {
-        const screens = Application.screens;
-        const factor = screens.length > 0 ? screens[0].logicalPixelDensity * 25.4 / 96 : 1;
-        return Math.min(Math.max(factor, 0.75), 3);
-    }
+    property real textFactor: Math.min(Math.max(root.dotsPerMillimetre * 25.4 / 96, 0.75), 3)
 
     readonly property color black: "#000000"
     readonly property color white: "#ffffff"

@@ -41,7 +41,16 @@ T.ApplicationWindow {
         highlightedText: Look.white
     }
 
+    // Here and not in the look, which belongs to no window.
+    Binding {
+        target: Look
+        property: "dotsPerMillimetre"
+        value: view.Screen.logicalPixelDensity
+    }
+
     RootView {
+        id: view
+
         anchors.fill: parent
         focus: true
         appState: root.appState
