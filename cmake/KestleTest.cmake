@@ -15,7 +15,7 @@ function(kestle_test_run name)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT 120
         SKIP_RETURN_CODE 77
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;KESTLE_SHARED_MEDIA=${KESTLE_SHARED_MEDIA}")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANGUAGE=;KESTLE_SHARED_MEDIA=${KESTLE_SHARED_MEDIA}")
 endfunction()
 
 # Real camera files for checking, kept outside the project; tests over them are skipped without.

@@ -4,24 +4,26 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
 
-/// Why a file is not deleted, as far as it is not the system that says so.
+/// Why a file is not deleted, as far as it is not the system that says so. Translated where they
+/// are shown.
 namespace DeletionReasons {
 
 [[nodiscard]] inline QString outsideCardVolume()
 {
-    return QStringLiteral("outside card volume");
+    return QStringLiteral(QT_TRANSLATE_NOOP("DeletionReasons", "outside card volume"));
 }
 
 /// A file that was already gone: it does not occupy the card any more.
 [[nodiscard]] inline QString fileNotFound()
 {
-    return QStringLiteral("file not found");
+    return QStringLiteral(QT_TRANSLATE_NOOP("DeletionReasons", "file not found"));
 }
 
 [[nodiscard]] inline QString notARegularFile()
 {
-    return QStringLiteral("not a regular file");
+    return QStringLiteral(QT_TRANSLATE_NOOP("DeletionReasons", "not a regular file"));
 }
 
 } // namespace DeletionReasons

@@ -115,7 +115,7 @@ lab_start() {
     mkdir -p "$lab"/{data,config,cache,runtime}
     chmod 700 "$lab/runtime"
     export XDG_DATA_HOME=$lab/data XDG_CONFIG_HOME=$lab/config XDG_CACHE_HOME=$lab/cache
-    export XDG_RUNTIME_DIR=$lab/runtime LC_ALL=C.UTF-8
+    export XDG_RUNTIME_DIR=$lab/runtime LC_ALL=C.UTF-8 LANGUAGE=
     mount --make-rprivate /
     # Another lab's udisksd would clean up after cards that it does not see mounted.
     local folder

@@ -62,11 +62,11 @@ static QString phaseText(const SpokenState &state)
     case Kind::Review:
         return SpokenState::tr("Rejects — last look");
     case Kind::Deleting:
-        return SpokenState::tr("Deleting %1 files").arg(state.phase.totalCount);
+        return SpokenState::tr("Deleting %n files", nullptr, int(state.phase.totalCount));
     case Kind::Summary:
-        return SpokenState::tr("Deleted %1 files, kept %2 items")
-            .arg(state.phase.deletedCount)
-            .arg(state.phase.keptCount);
+        return SpokenState::tr("Deleted %1, kept %2")
+            .arg(SpokenState::tr("%n files", nullptr, int(state.phase.deletedCount)),
+                 SpokenState::tr("%n items", "photographs and clips", int(state.phase.keptCount)));
     }
     return {};
 }
@@ -97,11 +97,11 @@ QString SpokenState::whole() const
 {
     QStringList news{phaseText(*this)};
     if (phase.kind == Kind::Summary && phase.failedCount != 0) {
-        news.append(tr("%1 could not be deleted").arg(phase.failedCount));
+        news.append(tr("%n could not be deleted", "files", int(phase.failedCount)));
     }
     if (isWithItems(phase)) {
         news.append(itemText(*this));
-        news.append(tr("%1 rejected").arg(rejectedCount));
+        news.append(tr("%n rejected", nullptr, int(rejectedCount)));
     }
     return sentences(news);
 }
@@ -122,7 +122,7 @@ QString SpokenState::newsSince(const SpokenState &before) const
     if (rejectedCount != before.rejectedCount || isReversed) {
         const bool isMore = isReversed ? isRejected : rejectedCount > before.rejectedCount;
         news.append(isMore ? tr("Rejected") : tr("No longer rejected"));
-        news.append(tr("%1 rejected").arg(rejectedCount));
+        news.append(tr("%n rejected", nullptr, int(rejectedCount)));
     }
     if (isEnlarged != before.isEnlarged) {
         news.append(isEnlarged ? tr("Enlarged") : tr("Grid"));

@@ -12,4 +12,13 @@ QtObject {
     function plain(count: real): string {
         return Number(count).toFixed(0);
     }
+
+    // In English the same word for one as for many; other languages have forms of their own.
+    function files(count: real): string {
+        return qsTr("%n files", "", count);
+    }
+
+    function items(count: real): string {
+        return qsTr("%n items", "photographs and clips", count);
+    }
 }

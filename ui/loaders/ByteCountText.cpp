@@ -7,11 +7,6 @@
 
 #include <array>
 
-static QString tr(const char *text)
-{
-    return QCoreApplication::translate("ByteCountText", text);
-}
-
 static QString withoutTrailingZeros(QString number)
 {
     if (!number.contains(u'.')) {
@@ -43,21 +38,21 @@ QString byteCountText(qint64 bytes, const QLocale &locale)
         Unit{1e18, 2, QT_TRANSLATE_NOOP("ByteCountText", "%1 EB")},
     };
     if (bytes == 0) {
-        return tr(QT_TRANSLATE_NOOP("ByteCountText", "Zero KB"));
+        return QCoreApplication::translate("ByteCountText", "Zero KB");
     }
     if (bytes == 1) {
-        return tr(QT_TRANSLATE_NOOP("ByteCountText", "1 byte"));
+        return QCoreApplication::translate("ByteCountText", "1 byte");
     }
     if (bytes < 1000) {
-        return tr(QT_TRANSLATE_NOOP("ByteCountText", "%1 bytes")).arg(bytes);
+        return QCoreApplication::translate("ByteCountText", "%1 bytes").arg(bytes);
     }
     for (const auto &unit : units) {
         const QString number =
             QString::number(static_cast<double>(bytes) / unit.size, 'f', unit.decimals);
         // A number that rounds up to a thousand is one of the next unit.
         if (number.toDouble() < 1000) {
-            return tr(unit.text).arg(
-                withoutTrailingZeros(number).replace(u'.', locale.decimalPoint()));
+            return QCoreApplication::translate("ByteCountText", unit.text)
+                .arg(withoutTrailingZeros(number).replace(u'.', locale.decimalPoint()));
         }
     }
     Q_UNREACHABLE();

@@ -3,6 +3,14 @@
 
 #include "ui/models/FailuresModel.h"
 
+#include <QCoreApplication>
+
+/// What the system says is in the desktop's language already.
+static QString shown(const QString &reason)
+{
+    return QCoreApplication::translate("DeletionReasons", reason.toUtf8().constData());
+}
+
 FailuresModel::FailuresModel(QObject *parent)
     : QAbstractListModel(parent)
 {
@@ -42,7 +50,7 @@ QVariant FailuresModel::data(const QModelIndex &index, int role) const
         return {};
     }
     const auto &file = m_files.at(index.row());
-    return role == Name ? file.name : role == Reason ? QVariant(file.reason) : QVariant();
+    return role == Name ? file.name : role == Reason ? QVariant(shown(file.reason)) : QVariant();
 }
 
 QHash<int, QByteArray> FailuresModel::roleNames() const

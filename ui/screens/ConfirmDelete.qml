@@ -16,7 +16,7 @@ T.Popup {
     required property real fileCount
     required property string sizeText
 
-    readonly property string title: qsTr("Permanently delete %1 files from the card?").arg(Numbers.plain(root.fileCount))
+    readonly property string title: qsTr("Permanently delete %1 from the card?").arg(Numbers.files(root.fileCount))
 
     objectName: "confirmDelete"
     parent: T.Overlay.overlay

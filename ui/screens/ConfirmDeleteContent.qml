@@ -53,7 +53,7 @@ FocusScope {
             objectName: "confirmMessage"
             width: parent.width
             bottomPadding: 8
-            text: qsTr("%1 rejected items (%2). SD cards have no trash — this cannot be undone.").arg(Numbers.plain(root.itemCount)).arg(root.sizeText)
+            text: qsTr("%n rejected items (%1). SD cards have no trash — this cannot be undone.", "", root.itemCount).arg(root.sizeText)
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             color: Look.secondary
@@ -75,7 +75,7 @@ FocusScope {
                 objectName: "confirmButton"
                 destructive: true
                 focusPolicy: Qt.TabFocus
-                text: qsTr("Delete %1 files").arg(Numbers.plain(root.fileCount))
+                text: qsTr("Delete %1").arg(Numbers.files(root.fileCount))
                 KeyNavigation.left: cancel
                 KeyNavigation.right: cancel
                 KeyNavigation.tab: cancel

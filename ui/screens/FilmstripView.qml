@@ -148,7 +148,7 @@ Rectangle {
         Text {
             objectName: "rejectCount"
             x: parent.width - width - 12
-            text: qsTr("%1 rejected").arg(Numbers.plain(root.session.rejectedCount))
+            text: qsTr("%n rejected", "", root.session.rejectedCount)
             color: root.session.rejectedCount > 0 ? Look.red : Look.secondary
             font.pixelSize: Look.pixels(11)
             font.family: Look.monospaced

@@ -175,7 +175,7 @@ Item {
             hasSymbol: true
             symbolKind: Symbol.Bin
             enabled: totals.itemCount > 0
-            text: qsTr("Delete %1 items — %2 files, %3").arg(Numbers.plain(totals.itemCount)).arg(Numbers.plain(totals.fileCount)).arg(totals.sizeText)
+            text: qsTr("Delete %1 — %2, %3").arg(Numbers.items(totals.itemCount)).arg(Numbers.files(totals.fileCount)).arg(totals.sizeText)
             onClicked: root.appState.confirmingDelete = true
         }
     }

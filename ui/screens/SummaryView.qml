@@ -34,7 +34,7 @@ Item {
             width: Math.min(implicitWidth, root.width - 80)
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            text: qsTr("Deleted %1 files, kept %2 items.").arg(Numbers.plain(root.deleted)).arg(Numbers.plain(root.kept))
+            text: qsTr("Deleted %1, kept %2.").arg(Numbers.files(root.deleted)).arg(Numbers.items(root.kept))
             color: Look.primary
             font.pixelSize: Look.title3
             font.bold: true
@@ -50,7 +50,7 @@ Item {
             width: Math.min(implicitWidth, root.width - 80)
             wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
-            text: qsTr("%1 could not be deleted.").arg(Numbers.plain(root.failed))
+            text: qsTr("%n could not be deleted.", "files", root.failed)
             color: Look.primary
             font.pixelSize: Look.body
 

@@ -19,6 +19,7 @@
 #include <QDesktopServices>
 #include <QFile>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QQuickStyle>
 #include <QScreen>
 #include <QStandardPaths>
@@ -83,6 +84,7 @@ KestleApp::KestleApp(Extras extras)
     , m_preferences(m_defaults)
     , m_windowMemory(m_defaults)
 {
+    m_translations.install(QLocale::system().uiLanguages());
 }
 
 /// Inside a sandbox only the portal can grant anything.

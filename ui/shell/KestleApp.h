@@ -19,6 +19,7 @@
 #include "ui/shell/SideWindow.h"
 #include "ui/shell/WindowFolderDialog.h"
 #include "ui/shell/WindowMemory.h"
+#include "ui/translations/Translations.h"
 
 #include <QPointer>
 #include <QQmlApplicationEngine>
@@ -85,6 +86,7 @@ private:
     void showUpdates();
 
     QPointer<QQuickWindow> m_window;
+    Translations m_translations;
     JoinedVolumes m_volumes;
     UserDefaults m_defaults;
     DecodePipeline m_pipeline;
