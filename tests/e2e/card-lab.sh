@@ -224,7 +224,7 @@ lab_mount_card() {
     lab_mounted=maybe # before it is: a signal in between must not lose the mount
     answer=$(timeout 20 udisksctl mount -b "$lab_device" --no-user-interaction 2>&1) ||
         lab_fail "the card does not mount: $answer"
-    lab_mount=$(findmnt -n -o TARGET --source "$lab_device") || lab_fail "no mount point: $answer"
+    lab_mount=$(findmnt -n -f -o TARGET --source "$lab_device") || lab_fail "no mount point: $answer"
     lab_mounted=yes
     # From here on the device goes away by itself when it is unmounted.
     losetup -d "$lab_device" 2>/dev/null || true
