@@ -6,17 +6,25 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Kestle
 
-// What can be done about a newer version. Tab leads through the buttons.
-Row {
+// What can be done about a newer version: side by side where there is room, else one below the other.
+// Tab leads through the buttons.
+Grid {
     id: root
 
     required property UpdateController updates
+    required property real room
+
+    readonly property real inOneRow: root.widthOf(centre) + root.widthOf(page) + root.widthOf(save) + root.widthOf(close) - root.spacing
 
     signal closed
 
     spacing: 10
+    columns: root.inOneRow > root.room ? 1 : 4
+    horizontalItemAlignment: Grid.AlignRight
 
     PushButton {
+        id: centre
+
         objectName: "softwareCentre"
         visible: root.updates.hasSoftwareCentre
         focusPolicy: Qt.TabFocus
@@ -26,6 +34,8 @@ Row {
     }
 
     PushButton {
+        id: page
+
         objectName: "updatePage"
         visible: root.updates.hasPage
         focusPolicy: Qt.TabFocus
@@ -35,6 +45,8 @@ Row {
     }
 
     PushButton {
+        id: save
+
         objectName: "saveUpdate"
         visible: root.updates.hasDownload
         focusPolicy: Qt.TabFocus
@@ -44,9 +56,15 @@ Row {
     }
 
     PushButton {
+        id: close
+
         objectName: "closeUpdates"
         focusPolicy: Qt.TabFocus
         text: root.updates.searching ? qsTr("Cancel") : qsTr("Close")
         onClicked: root.closed()
+    }
+
+    function widthOf(button: PushButton): real {
+        return button.visible ? button.implicitWidth + root.spacing : 0;
     }
 }

@@ -12,11 +12,12 @@ FocusScope {
     id: root
 
     required property UpdateController updates
+    readonly property real usualWidth: 440
 
     signal closed
 
     focus: true
-    implicitWidth: 440
+    implicitWidth: Math.max(root.usualWidth, buttons.implicitWidth + 2 * column.x)
     implicitHeight: column.implicitHeight + 2 * column.y
 
     Accessible.role: Accessible.Pane
@@ -99,7 +100,10 @@ FocusScope {
         }
 
         UpdateButtons {
+            id: buttons
+
             anchors.right: parent.right
+            room: root.usualWidth - 2 * column.x
             updates: root.updates
             onClosed: root.closed()
         }

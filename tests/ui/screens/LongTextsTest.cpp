@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 Kestle contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "app/Preferences.h"
+#include "app/UpdateController.h"
 #include "tests/ui/WindowBench.h"
 #include "ui/translations/Translations.h"
 
@@ -220,6 +222,37 @@ private Q_SLOTS:
         }
     }
 
+    void theWindowsBeside_data()
+    {
+        QTest::addColumn<QString>("window");
+        for (const auto *window : {"About", "Settings", "Update"}) {
+            QTest::newRow(window) << QString::fromLatin1(window);
+        }
+    }
+
+    void theWindowsBeside()
+    {
+        QFETCH(const QString, window);
+        Preferences preferences(m_bench->defaults);
+        UpdateController updates(m_bench->defaults, {});
+        updates.checkForUpdates(); // says who updates Kestle
+        QVariantMap properties;
+        if (window == u"Settings"_s) {
+            properties.insert(u"preferences"_s, QVariant::fromValue(&preferences));
+        } else if (window == u"Update"_s) {
+            properties.insert(u"updates"_s, QVariant::fromValue(&updates));
+        }
+        QQmlComponent component(&m_bench->engine,
+                                QUrl(u"qrc:/Kestle/shell/%1Window.qml"_s.arg(window)));
+        const std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
+        auto *const beside = qobject_cast<QQuickWindow *>(made.get());
+        QVERIFY2(beside, qPrintable(component.errorString()));
+        beside->show();
+        QVERIFY(QTest::qWaitForWindowExposed(beside));
+        QVERIFY(beside->width() <= 1000 && beside->height() <= 700);
+        expectOrder(beside->contentItem());
+    }
+
 private:
     void review(int rejects, bool isLocked)
     {
@@ -265,7 +298,7 @@ private:
         QList<const QQuickItem *> texts;
         collect(below ? below : m_bench->window->contentItem(), texts);
         QVERIFY(!texts.isEmpty());
-        const QRectF window(QPointF(), m_bench->window->size());
+        const QRectF window(QPointF(), texts.first()->window()->size());
         for (const auto *text : texts) {
             const auto rect = WindowBench::rectOf(text);
             const bool mayElide = text->property("elide").toInt() != int(Qt::ElideNone);
