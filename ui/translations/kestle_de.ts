@@ -861,4 +861,18 @@
         <translation>Softwareaktualisierung</translation>
     </message>
 </context>
+<context>
+    <name>VideoPlayerView</name>
+    <message>
+        <source>Clip</source>
+        <translation>Clip</translation>
+    </message>
+</context>
+<context>
+    <name>VideoTimeline</name>
+    <message>
+        <source>Position in the clip</source>
+        <translation>Position im Clip</translation>
+    </message>
+</context>
 </TS>
