@@ -7,11 +7,11 @@ import QtQuick
 import QtQuick.Templates as T
 import Kestle
 
-// A menu of commands.
+// A menu of commands, as wide as the widest of them.
 T.Menu {
     id: root
 
-    implicitWidth: Math.max(240, contentItem.implicitWidth + leftPadding + rightPadding)
+    implicitWidth: Math.max(240, root.widest() + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: 5
     overlap: 2
@@ -31,5 +31,13 @@ T.Menu {
         radius: 8
         color: Look.raised
         border.color: Look.line
+    }
+
+    function widest(): real {
+        let width = 0;
+        for (let place = 0; place < root.count; ++place) {
+            width = Math.max(width, root.itemAt(place).implicitWidth);
+        }
+        return width;
     }
 }

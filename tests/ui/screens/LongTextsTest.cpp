@@ -222,6 +222,30 @@ private Q_SLOTS:
         }
     }
 
+    void theMenus_data()
+    {
+        QTest::addColumn<QByteArray>("menu");
+        QTest::addColumn<QByteArray>("command");
+        QTest::newRow("Kestle") << QByteArray("Kestle") << QByteArray("About Kestle");
+        QTest::newRow("Edit") << QByteArray("Edit") << QByteArray("Undo Decision");
+        QTest::newRow("Cull") << QByteArray("Cull") << QByteArray("Finish Culling → Review");
+    }
+
+    void theMenus()
+    {
+        QFETCH(const QByteArray, menu);
+        QFETCH(const QByteArray, command);
+        const auto shown = [](const QByteArray &text) {
+            return QCoreApplication::translate("MainMenu", text.constData());
+        };
+        m_bench->click(u"menuButton"_s);
+        QTRY_VERIFY(!m_bench->itemsShowing(shown(menu)).isEmpty());
+        expectOrder(listOf(m_bench->itemsShowing(shown(menu)).last()));
+        m_bench->click(m_bench->itemsShowing(shown(menu)).last());
+        QTRY_VERIFY(!m_bench->itemsShowing(shown(command)).isEmpty());
+        expectOrder(listOf(m_bench->itemsShowing(shown(command)).last()));
+    }
+
     void theWindowsBeside_data()
     {
         QTest::addColumn<QString>("window");
@@ -267,6 +291,14 @@ private:
         QTRY_COMPARE(m_bench->appState.phase(), Phase::review());
         QTRY_VERIFY(m_bench->find(u"deleteButton"_s));
         QTest::qWait(50);
+    }
+
+    static const QQuickItem *listOf(const QQuickItem *entry)
+    {
+        while (entry && !entry->inherits("QQuickListView")) {
+            entry = entry->parentItem();
+        }
+        return entry;
     }
 
     static void collect(const QQuickItem *parent, QList<const QQuickItem *> &texts)
