@@ -3,6 +3,7 @@
 
 #include "tests/ui/WindowBench.h"
 #include "ui/items/Symbol.h"
+#include <algorithm>
 
 #include <functional>
 
@@ -172,6 +173,8 @@ private Q_SLOTS:
         }
         m_bench->key(Qt::Key_Space);
         QTRY_VERIFY(m_bench->find(u"enlargedSpinner"_s));
+        // One that has not begun would never come.
+        QTRY_VERIFY(std::ranges::count(m_bench->pictures.begun(), "DSCF0031.JPG") > 0);
         m_bench->key(Qt::Key_Space);
         m_bench->key(Qt::Key_Right);
         m_bench->key(Qt::Key_Space);
