@@ -45,7 +45,7 @@ public:
         }
         const QSize size =
             maxPixel ? fullSize.scaled(*maxPixel, *maxPixel, Qt::KeepAspectRatio) : fullSize;
-        return landscape(hueOf(url), size);
+        return landscape(hueOf(url), arePlain ? size / 20 : size);
     }
 
     /// The hue of the file's sky, in degrees; tells files apart.
@@ -86,6 +86,8 @@ public:
     /// The pictures in full resolution, where they are not to be landscapes. Not to be changed
     /// while decoders may run.
     std::function<QImage(const std::filesystem::path &url)> full;
+    /// Whether pictures are a twentieth as wide and high: cheap, where nobody looks at them.
+    std::atomic_bool arePlain = false;
     std::atomic_bool screensAreHeld = false;
     std::atomic_bool thumbnailsAreHeld = false;
 
