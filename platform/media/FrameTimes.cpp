@@ -16,8 +16,7 @@ FrameTimes::FrameTimes(std::vector<double> times)
     : m_times(std::move(times))
 {
     std::ranges::sort(m_times);
-    const auto again = std::ranges::unique(m_times);
-    m_times.erase(again.begin(), again.end());
+    m_times.erase(std::unique(m_times.begin(), m_times.end()), m_times.end());
     for (const double first = m_times.empty() ? 0 : m_times.front(); auto &time : m_times) {
         time -= first;
     }
