@@ -36,7 +36,7 @@ Item {
     }
 
     Rectangle {
-        objectName: "placeholder"
+        objectName: "missingPicture"
         anchors.fill: parent
         visible: !thumb.hasImage
         radius: 6

@@ -238,7 +238,7 @@ private Q_SLOTS:
         QCOMPARE(color.read().value<QColor>(), QColor(Qt::white));
         QCOMPARE(border->property("radius").toReal(), 6);
         QCOMPARE(border->size(), cell->size());
-        QCOMPARE(colorOf(m_bench->find(u"placeholder"_s)), shade(grey, 0.2));
+        QCOMPARE(colorOf(m_bench->find(u"missingPicture"_s)), shade(grey, 0.2));
         const auto *const name = m_bench->find(u"name"_s);
         QCOMPARE(textOf(name), u"A.JPG"_s);
         expectFont(name, 10, QFont::Normal, true);

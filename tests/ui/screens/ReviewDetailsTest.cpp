@@ -46,12 +46,12 @@ private Q_SLOTS:
     {
         m_bench->pictures.thumbnailsAreHeld = true;
         review(ScreenBench::shots(2));
-        QVERIFY(part(0, u"placeholder"_s)->isVisible());
+        QVERIFY(part(0, u"missingPicture"_s)->isVisible());
         QVERIFY(!part(0, u"broken"_s)->isVisible());
 
         m_bench->letGo();
 
-        QTRY_VERIFY(!part(0, u"placeholder"_s)->isVisible());
+        QTRY_VERIFY(!part(0, u"missingPicture"_s)->isVisible());
     }
 
     void aCellWhoseThumbnailCannotBeMadeHasAMark()
@@ -60,7 +60,7 @@ private Q_SLOTS:
 
         const bool isFirst = m_bench->appState.session()->rejectedItem(0)->id.contains(u"BROKEN");
         QTRY_VERIFY(part(isFirst ? 0 : 1, u"broken"_s)->isVisible());
-        QVERIFY(part(isFirst ? 0 : 1, u"placeholder"_s)->isVisible());
+        QVERIFY(part(isFirst ? 0 : 1, u"missingPicture"_s)->isVisible());
         QVERIFY(!part(isFirst ? 1 : 0, u"broken"_s)->isVisible());
     }
 
