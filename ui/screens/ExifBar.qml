@@ -80,6 +80,7 @@ Rectangle {
                 width: Math.min(implicitWidth, Math.max(0, space.width - capture.width - fuji.width))
                 elide: Text.ElideRight
                 text: meta.lensText
+                opacity: width >= leftPadding + Look.pixels(24) ? 0.9 : 0
             }
 
             Row {
