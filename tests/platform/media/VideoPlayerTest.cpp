@@ -37,14 +37,14 @@ private Q_SLOTS:
         QElapsedTimer since;
         since.start();
 
-        (void)player.addPeriodicTimeObserver(20ms,
-                                             [&](Seconds time) { told.append(time.count()); });
+        (void)player.addPeriodicTimeObserver(20ms, [&](Seconds time) {
+            told.append(time.count());
+            player.time = Seconds(4);
+        });
 
         QVERIFY(told.isEmpty()); // not before the caller is through
-        QTRY_COMPARE(told.size(), 1);
-        player.time = Seconds(4);
-        QTRY_COMPARE(told.size(), 3);
-        QCOMPARE(told, QList<double>({3, 4, 4}));
+        QTRY_VERIFY(told.size() >= 3);
+        QCOMPARE(told.first(3), QList<double>({3, 4, 4}));
         QVERIFY(since.elapsed() >= 38);
     }
 
