@@ -56,8 +56,9 @@ ClipPlayback::ClipPlayback(const MpvHandle &mpv, FrameTimes frameTimes)
     mpv_hook_add(mpv.get(), 0, "on_preloaded", 0);
 }
 
-void ClipPlayback::open()
+void ClipPlayback::open(int turn)
 {
+    m_turn = turn;
     m_mpv.command({"loadfile", ClipStream::url});
 }
 
@@ -76,7 +77,7 @@ void ClipPlayback::takeEvents()
             takeRestart();
             break;
         case MPV_EVENT_HOOK:
-            m_turn = m_mpv.turn();
+            takeTracks();
             mpv_hook_continue(m_mpv.get(), static_cast<const mpv_event_hook *>(event->data)->id);
             break;
         case MPV_EVENT_COMMAND_REPLY:
@@ -91,6 +92,13 @@ void ClipPlayback::takeEvents()
             break;
         }
     }
+}
+
+void ClipPlayback::takeTracks()
+{
+    const auto track = m_mpv.videoTrack();
+    m_mpv.show(track, m_turn);
+    m_videoTrack = track.number;
 }
 
 void ClipPlayback::takeProperty(uint64_t observed, const mpv_event_property &property)

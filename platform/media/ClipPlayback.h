@@ -20,8 +20,9 @@ public:
     /// @p mpv outlives this.
     ClipPlayback(const MpvHandle &mpv, FrameTimes frameTimes);
 
-    /// Opens the clip, paused at its beginning.
-    void open();
+    /// Opens the clip, paused at its beginning. libmpv turns its pictures by @p turn degrees
+    /// clockwise, and no further.
+    void open(int turn);
 
     /// Takes in what libmpv has told.
     void takeEvents();
@@ -31,12 +32,13 @@ public:
 
     [[nodiscard]] const ClipReport &report() const { return m_report; }
 
-    /// How far the clip is turned, in degrees clockwise, from before its first picture on.
-    [[nodiscard]] int turn() const { return m_turn; }
+    /// The number that libmpv gives to the track that is shown, from before its first picture on.
+    [[nodiscard]] int64_t videoTrack() const { return m_videoTrack; }
 
 private:
     enum class Asked : uint64_t;
 
+    void takeTracks();
     void takeProperty(uint64_t observed, const mpv_event_property &property);
     void takeAnswer(uint64_t reply, const mpv_event &event);
     void takeRestart();
@@ -51,6 +53,7 @@ private:
     FrameTimes m_frameTimes;
     ClipReport m_report;
     int m_turn = 0;
+    int64_t m_videoTrack = 1;
     double m_framesPerSecond = 0; ///< as the container has it
     bool m_isShown = false;       ///< its first picture, from where it can be played
     double m_firstTime = 0;       ///< of that picture, in seconds

@@ -6,9 +6,11 @@
 #include "platform/media/ClipFile.h"
 #include "platform/media/ClipPlayback.h"
 #include "platform/media/ClipStream.h"
+#include "platform/media/MovieBoxes.h"
 #include "platform/media/MpvImages.h"
 #include "platform/media/MpvOpenGlFrames.h"
 #include "platform/media/SampleTable.h"
+#include "platform/media/TrackMatrix.h"
 
 #include <mpv/client.h>
 
@@ -18,6 +20,24 @@ using namespace std::chrono_literals;
 
 /// How long it sleeps when nothing happens: what it waits for with a limit is not told.
 static constexpr auto longestSleep = 500ms;
+
+namespace {
+
+/// What a clip's file says before libmpv opens it.
+struct Tables {
+    PictureTurn turn;
+    FrameTimes frameTimes;
+};
+
+Tables tablesOf(const InputFile &file, const MovieBoxes::IsWanted &isWanted)
+{
+    MovieBoxes movie(file, isWanted);
+    auto times = SampleTable::frameTimes(movie);
+    return {.turn = TrackMatrix::turn(movie),
+            .frameTimes = times ? FrameTimes(std::move(*times)) : FrameTimes()};
+}
+
+} // namespace
 
 MpvClip::MpvClip(std::filesystem::path path, MpvHandle::Settings settings)
     : m_path(std::move(path))
@@ -33,7 +53,7 @@ void MpvClip::run()
         tell({.hasFailed = true});
         return;
     }
-    auto times = SampleTable::frameTimes(*opened);
+    const auto tables = tablesOf(*opened, [this] { return !isClosed(); });
     opened.reset();
     if (isClosed()) {
         return;
@@ -45,13 +65,13 @@ void MpvClip::run()
     }
     const auto wake = [](void *self) { static_cast<MpvClip *>(self)->stir(); };
     mpv_set_wakeup_callback(mpv->get(), wake, this);
-    lendOut(*mpv);
-    play(*mpv, times ? FrameTimes(std::move(*times)) : FrameTimes());
+    lendOut(*mpv, tables.turn);
+    play(*mpv, tables.frameTimes, tables.turn);
     file.close(); // nothing on the card holds up what follows, nor does it hold the card
     callIn(*mpv);
 }
 
-void MpvClip::play(const MpvHandle &mpv, const FrameTimes &frameTimes)
+void MpvClip::play(const MpvHandle &mpv, const FrameTimes &frameTimes, const PictureTurn &turn)
 {
     const auto wake = [](void *self) { static_cast<MpvClip *>(self)->stir(); };
     ClipPlayback playback(mpv, frameTimes);
@@ -75,23 +95,27 @@ void MpvClip::play(const MpvHandle &mpv, const FrameTimes &frameTimes)
         }
         if (!hasBegun && (images || wasBorrowed)) {
             hasBegun = true;
-            playback.open();
+            playback.open(images ? 0 : turn.degrees); // the images are turned here
         }
         playback.takeEvents();
         if (images) {
-            publish(images->next(imageSize, playback.turn()));
+            publish(images->next(imageSize, turn));
         }
         playback.follow(wish);
         tell(playback.report());
+        lock.lock();
+        m_videoTrack = playback.videoTrack();
+        lock.unlock();
     }
 }
 
-void MpvClip::lendOut(const MpvHandle &mpv)
+void MpvClip::lendOut(const MpvHandle &mpv, const PictureTurn &turn)
 {
     Changed changed;
     {
         const std::lock_guard lock(m_mutex);
         m_lent = mpv.get();
+        m_turn = turn;
         m_isStirred = true;
         changed = m_changed;
     }
@@ -202,6 +226,7 @@ void MpvClip::showWithOpenGl(Changed changed)
 std::unique_ptr<OpenGlFrames> MpvClip::openGl(OpenGlLoader loader, void *x11Display)
 {
     mpv_handle *handle = nullptr;
+    bool isMirrored = false;
     Changed changed;
     {
         const std::lock_guard lock(m_mutex);
@@ -209,19 +234,21 @@ std::unique_ptr<OpenGlFrames> MpvClip::openGl(OpenGlLoader loader, void *x11Disp
             return nullptr;
         }
         handle = m_lent;
+        isMirrored = m_turn.isMirrored;
         changed = m_changed;
         ++m_borrowers;
     }
     auto frames = std::make_unique<MpvOpenGlFrames>(shared_from_this(), handle, loader, x11Display,
-                                                    std::move(changed));
+                                                    isMirrored, std::move(changed));
     bool isAgain = false;
+    int64_t track = 0;
     if (frames->isUsable()) {
         const std::lock_guard lock(m_mutex);
         isAgain = std::exchange(m_wasBorrowed, true);
+        track = m_videoTrack;
     }
-    if (isAgain) {
-        int64_t first = 1; // the pictures ended with the one who drew before
-        mpv_set_property_async(handle, 0, "vid", MPV_FORMAT_INT64, &first);
+    if (isAgain) { // the pictures ended with the one who drew before
+        mpv_set_property_async(handle, 0, "vid", MPV_FORMAT_INT64, &track);
     }
     stir();
     return frames;

@@ -6,6 +6,7 @@
 #include "platform/media/ClipReport.h"
 #include "platform/media/ClipWish.h"
 #include "platform/media/MpvHandle.h"
+#include "platform/media/PictureTurn.h"
 #include "platform/media/VideoFrames.h"
 
 #include <condition_variable>
@@ -52,8 +53,8 @@ private:
 
     void stir();
     void tell(const ClipReport &report);
-    void play(const MpvHandle &mpv, const class FrameTimes &frameTimes);
-    void lendOut(const MpvHandle &mpv);
+    void play(const MpvHandle &mpv, const class FrameTimes &frameTimes, const PictureTurn &turn);
+    void lendOut(const MpvHandle &mpv, const PictureTurn &turn);
     void callIn(const MpvHandle &mpv);
     void publish(QImage image);
 
@@ -72,6 +73,8 @@ private:
     QSize m_imageSize;
     QImage m_image;
     mpv_handle *m_lent = nullptr; ///< for OpenGL; null before it is made, and at its end
+    PictureTurn m_turn;           ///< of what is lent
+    int64_t m_videoTrack = 1;     ///< of what is lent
     int m_borrowers = 0;
     bool m_wasBorrowed = false;
 };

@@ -8,6 +8,7 @@
 #include <mpv/client.h>
 
 #include <cstring>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -126,27 +127,50 @@ void MpvHandle::ask(const char *property, Format format, uint64_t reply) const
                            format == Format::Number ? MPV_FORMAT_DOUBLE : MPV_FORMAT_FLAG);
 }
 
-int MpvHandle::turn() const
+MpvHandle::VideoTrack MpvHandle::videoTrack() const
 {
-    const auto ofTrack = [this](int64_t track, const char *what, mpv_format format, void *value) {
-        const auto name = "track-list/" + std::to_string(track) + what;
-        return mpv_get_property(m_handle, name.c_str(), format, value) >= 0;
+    const auto nameOf = [](int64_t index, const char *what) {
+        return "track-list/" + std::to_string(index) + what;
     };
+    const auto isSet = [&](int64_t index, const char *what) {
+        int value = 0;
+        mpv_get_property(m_handle, nameOf(index, what).c_str(), MPV_FORMAT_FLAG, &value);
+        return value != 0;
+    };
+    const auto number = [&](int64_t index, const char *what, int64_t otherwise) {
+        mpv_get_property(m_handle, nameOf(index, what).c_str(), MPV_FORMAT_INT64, &otherwise);
+        return otherwise;
+    };
+    const auto isVideo = [&](int64_t index) {
+        char *type = nullptr;
+        mpv_get_property(m_handle, nameOf(index, "/type").c_str(), MPV_FORMAT_STRING, &type);
+        const bool result = type != nullptr && std::strcmp(type, "video") == 0;
+        mpv_free(type);
+        return result && !isSet(index, "/albumart");
+    };
+
     int64_t count = 0;
     mpv_get_property(m_handle, "track-list/count", MPV_FORMAT_INT64, &count);
-    for (int64_t track = 0; track < count; ++track) {
-        char *type = nullptr;
-        int64_t degrees = 0;
-        if (!ofTrack(track, "/type", MPV_FORMAT_STRING, &type)) {
+    std::optional<VideoTrack> first;
+    for (int64_t index = 0; index < count; ++index) {
+        if (!isVideo(index)) {
             continue;
         }
-        const bool isVideo = std::strcmp(type, "video") == 0;
-        mpv_free(type);
-        if (isVideo) { // the first is the one that is shown
-            return ofTrack(track, "/demux-rotation", MPV_FORMAT_INT64, &degrees)
-                       ? static_cast<int>(degrees)
-                       : 0;
+        const VideoTrack track = {.number = number(index, "/id", 1),
+                                  .turn =
+                                      static_cast<int>(number(index, "/demux-rotation", 0) % 360)};
+        if (isSet(index, "/default")) {
+            return track;
         }
+        first = first.value_or(track);
     }
-    return 0;
+    return first.value_or(VideoTrack());
+}
+
+void MpvHandle::show(const VideoTrack &track, int turn) const
+{
+    int64_t number = track.number;
+    int64_t rest = (turn - track.turn + 360) % 360; // libmpv adds it to its own
+    mpv_set_property(m_handle, "vid", MPV_FORMAT_INT64, &number);
+    mpv_set_property(m_handle, "video-rotate", MPV_FORMAT_INT64, &rest);
 }

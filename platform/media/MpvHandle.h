@@ -41,9 +41,17 @@ public:
     /// Asks for a value, which is told as an event with @p reply.
     void ask(const char *property, Format format, uint64_t reply) const;
 
-    /// How far the clip is turned, in degrees clockwise. Waits for libmpv: only to be asked while
-    /// that waits itself, between opening a clip and playing it.
-    [[nodiscard]] int turn() const;
+    struct VideoTrack {
+        int64_t number = 1;
+        int turn = 0; ///< that libmpv makes by itself, in degrees clockwise
+    };
+
+    /// The track that is shown: the first that is enabled, else the first; the first of all where
+    /// there is none. Waits for libmpv: only to be asked while that waits itself, between opening a
+    /// clip and playing it.
+    [[nodiscard]] VideoTrack videoTrack() const;
+    /// Takes that one, and turns its pictures so far clockwise in all. The same holds.
+    void show(const VideoTrack &track, int turn) const;
 
 private:
     explicit MpvHandle(mpv_handle *handle)

@@ -4,10 +4,9 @@
 #include "platform/media/MpvImages.h"
 
 #include "platform/media/MpvHandle.h"
+#include "platform/media/PictureTurn.h"
 
 #include <mpv/render.h>
-
-#include <QTransform>
 
 #include <algorithm>
 
@@ -31,7 +30,7 @@ MpvImages::~MpvImages()
     }
 }
 
-QImage MpvImages::next(QSize pixels, int degrees)
+QImage MpvImages::next(QSize pixels, const PictureTurn &turn)
 {
     if (m_context == nullptr || pixels.isEmpty()) {
         return {};
@@ -42,7 +41,7 @@ QImage MpvImages::next(QSize pixels, int degrees)
         return {};
     }
     m_pixels = pixels;
-    QImage image(degrees % 180 == 0 ? pixels : pixels.transposed(), QImage::Format_RGB32);
+    QImage image(turn.degrees % 180 == 0 ? pixels : pixels.transposed(), QImage::Format_RGB32);
     if (image.isNull()) {
         return {};
     }
@@ -66,5 +65,5 @@ QImage MpvImages::next(QSize pixels, int degrees)
         std::transform(line, line + image.width(), line,
                        [](QRgb pixel) { return pixel | 0xff000000U; });
     }
-    return degrees == 0 ? image : image.transformed(QTransform().rotate(degrees));
+    return turn == PictureTurn() ? image : image.transformed(turn.transform());
 }

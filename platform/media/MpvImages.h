@@ -6,6 +6,7 @@
 #include <QImage>
 
 class MpvHandle;
+struct PictureTurn;
 struct mpv_render_context;
 
 /// A clip's pictures, made by the processor. For one thread, on which making one takes as long as
@@ -19,9 +20,9 @@ public:
     MpvImages &operator=(const MpvImages &) = delete;
     ~MpvImages();
 
-    /// The picture that is due, of @p pixels, turned clockwise by @p degrees; null when it is the
-    /// same as before.
-    [[nodiscard]] QImage next(QSize pixels, int degrees);
+    /// The picture that is due, of @p pixels, with @p turn; null when it is the same as
+    /// before.
+    [[nodiscard]] QImage next(QSize pixels, const PictureTurn &turn);
 
 private:
     mpv_render_context *m_context = nullptr;

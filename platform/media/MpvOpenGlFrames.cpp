@@ -9,8 +9,9 @@
 
 MpvOpenGlFrames::MpvOpenGlFrames(std::shared_ptr<MpvClip> clip, mpv_handle *handle,
                                  VideoFrames::OpenGlLoader loader, void *x11Display,
-                                 VideoFrames::Changed changed)
+                                 bool isMirrored, VideoFrames::Changed changed)
     : m_clip(std::move(clip))
+    , m_isMirrored(isMirrored)
     , m_changed(std::move(changed))
 {
     mpv_opengl_init_params openGl = {.get_proc_address = loader, .get_proc_address_ctx = nullptr};
@@ -46,7 +47,7 @@ void MpvOpenGlFrames::draw(unsigned framebuffer, QSize pixels)
                              .w = pixels.width(),
                              .h = pixels.height(),
                              .internal_format = 0};
-    int flips = 0;
+    int flips = m_isMirrored ? 1 : 0;
     int waits = 0;
     mpv_render_param parameters[] = {
         {MPV_RENDER_PARAM_OPENGL_FBO, &target},

@@ -14,9 +14,10 @@ struct mpv_render_context;
 /// OpenGlFrames by libmpv, which the clip waits for with its own end.
 class MpvOpenGlFrames final : public OpenGlFrames {
 public:
-    /// @p clip has lent @p handle, and gets it back when this is destroyed.
+    /// @p clip has lent @p handle, and gets it back when this is destroyed. The pictures that
+    /// libmpv has turned are mirrored, up is down, if @p isMirrored.
     MpvOpenGlFrames(std::shared_ptr<MpvClip> clip, mpv_handle *handle,
-                    VideoFrames::OpenGlLoader loader, void *x11Display,
+                    VideoFrames::OpenGlLoader loader, void *x11Display, bool isMirrored,
                     VideoFrames::Changed changed);
     ~MpvOpenGlFrames() override;
 
@@ -26,6 +27,7 @@ public:
 
 private:
     std::shared_ptr<MpvClip> m_clip;
+    const bool m_isMirrored;
     VideoFrames::Changed m_changed;
     mpv_render_context *m_context = nullptr;
 };

@@ -8,11 +8,11 @@
 #include "platform/imageio/ColorProfile.h"
 #include "platform/imageio/ToneCurve.h"
 #include "platform/media/MediaInput.h"
-
-#include <QTransform>
+#include "platform/media/PictureTurn.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <memory>
 
 extern "C" {
@@ -150,22 +150,20 @@ QImage toSrgb(QImage image, const AVFrame &frame)
                                                              .transfer = frame.color_trc});
 }
 
-/// Turns and mirrorings of the display matrix (ISO 14496-12, 8.3.2); others are left out.
+/// As the display matrix says.
 QImage turned(const QImage &image, const AVStream &stream)
 {
     size_t size = 0;
     const auto *data = av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, &size);
-    if (data == nullptr || size < 9 * sizeof(int32_t)) {
+    if (data == nullptr || size < sizeof(PictureTurn::Matrix)) {
         return image;
     }
-    const auto *matrix = reinterpret_cast<const int32_t *>(data);
-    const auto sign = [](int32_t value) { return value > 0 ? 1 : value < 0 ? -1 : 0; };
-    const QTransform transform(sign(matrix[0]), sign(matrix[1]), sign(matrix[3]), sign(matrix[4]),
-                               0, 0);
-    const bool rightAngle = (matrix[0] == 0) != (matrix[1] == 0) &&
-                            (matrix[3] == 0) != (matrix[4] == 0) &&
-                            (matrix[0] == 0) == (matrix[4] == 0);
-    return rightAngle ? image.transformed(transform).convertToFormat(QImage::Format_RGB32) : image;
+    PictureTurn::Matrix matrix = {};
+    std::memcpy(matrix.data(), data, sizeof matrix);
+    const auto turn = PictureTurn::of(matrix);
+    return turn == PictureTurn()
+               ? image
+               : image.transformed(turn.transform()).convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace

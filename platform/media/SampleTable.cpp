@@ -3,34 +3,17 @@
 
 #include "platform/media/SampleTable.h"
 
-#include "platform/imageio/BoxReader.h"
 #include "platform/imageio/ByteCursor.h"
+#include "platform/media/MovieBoxes.h"
 
 namespace SampleTable {
 
 namespace {
 
-using Boxes = QList<BoxReader::Box>;
+using Boxes = MovieBoxes::Boxes;
 
 /// Hours of the quickest frames that cameras take.
 constexpr qint64 mostFrames = 2'000'000;
-constexpr qint64 mostTableBytes = 16 * 1024 * 1024;
-
-/// The boxes inside the first of @p boxes of a type.
-Boxes inside(PagedReader &reader, const Boxes &boxes, QByteArrayView type)
-{
-    const auto box = BoxReader::find(boxes, type);
-    return box ? BoxReader::boxes(reader, box->content) : Boxes();
-}
-
-/// What is in the first of @p boxes of a type; empty when there is none.
-QByteArray content(PagedReader &reader, const Boxes &boxes, QByteArrayView type)
-{
-    const auto box = BoxReader::find(boxes, type);
-    return box && box->content.length <= mostTableBytes
-               ? reader.file().bytes(box->content.offset, box->content.length)
-               : QByteArray();
-}
 
 /// Units per second, of a "mvhd" or "mdhd" box.
 quint32 timescale(const QByteArray &header)
@@ -41,16 +24,14 @@ quint32 timescale(const QByteArray &header)
     return static_cast<quint32>(cursor.take(4));
 }
 
-bool isVideo(const QByteArray &handler)
-{
-    return handler.mid(8, 4) == "vide";
-}
-
 /// The stretch of a track that is shown, in the track's units.
 struct Stretch {
     qint64 begin = 0;
     qint64 length = -1; ///< to the end of the track if negative
 };
+
+/// In a track's units; no more fit into a number.
+constexpr double longestStretch = 9e18;
 
 /// Nothing when there are several.
 std::optional<Stretch> shownStretch(const QByteArray &editList, quint32 movieScale,
@@ -71,11 +52,12 @@ std::optional<Stretch> shownStretch(const QByteArray &editList, quint32 movieSca
         if (begin < 0) {
             continue; // nothing is shown for a while
         }
-        if (shown || cursor.failed()) {
+        if (shown || cursor.failed() || double(begin) > longestStretch / 2) {
             return std::nullopt;
         }
         const double length = double(duration) / movieScale * trackScale;
-        shown = Stretch{.begin = begin, .length = duration == 0 ? -1 : qint64(length + 0.5)};
+        const bool isBounded = duration != 0 && length < longestStretch;
+        shown = Stretch{.begin = begin, .length = isBounded ? qint64(length + 0.5) : -1};
     }
     return shown;
 }
@@ -117,22 +99,21 @@ std::optional<std::vector<qint64>> decodingTimes(const QByteArray &table)
     return result;
 }
 
-std::optional<std::vector<double>> frameTimesOf(PagedReader &reader, const Boxes &track,
-                                                quint32 movieScale)
+std::optional<std::vector<double>> frameTimesOf(MovieBoxes &movie, const Boxes &track)
 {
-    const auto media = inside(reader, track, "mdia");
-    const auto table = inside(reader, inside(reader, media, "minf"), "stbl");
-    const auto trackScale = timescale(content(reader, media, "mdhd"));
-    const auto edits = content(reader, inside(reader, track, "edts"), "elst");
+    const auto table = movie.tables(track);
+    const auto movieScale = timescale(movie.content(movie.movie(), "mvhd"));
+    const auto trackScale = timescale(movie.content(movie.inside(track, "mdia"), "mdhd"));
+    const auto edits = movie.content(movie.inside(track, "edts"), "elst");
     if (trackScale == 0 || movieScale == 0) {
         return std::nullopt;
     }
     const auto stretch = shownStretch(edits, movieScale, trackScale);
-    const auto decoded = decodingTimes(content(reader, table, "stts"));
+    const auto decoded = decodingTimes(movie.content(table, "stts"));
     if (!stretch || !decoded || decoded->empty()) {
         return std::nullopt;
     }
-    const auto delay = delays(content(reader, table, "ctts"), decoded->size());
+    const auto delay = delays(movie.content(table, "ctts"), decoded->size());
     std::vector<double> result;
     result.reserve(decoded->size());
     for (size_t i = 0; i < decoded->size(); ++i) {
@@ -146,24 +127,11 @@ std::optional<std::vector<double>> frameTimesOf(PagedReader &reader, const Boxes
 
 } // namespace
 
-std::optional<std::vector<double>> frameTimes(const InputFile &file)
+std::optional<std::vector<double>> frameTimes(MovieBoxes &movie)
 {
-    PagedReader reader(file);
-    const auto movie = inside(reader, BoxReader::boxes(reader, {0, file.size()}), "moov");
-    if (movie.isEmpty() || BoxReader::find(movie, "mvex")) {
-        return std::nullopt;
-    }
-    const auto movieScale = timescale(content(reader, movie, "mvhd"));
-    for (const auto &box : movie) {
-        if (box.type != "trak") {
-            continue;
-        }
-        const auto track = BoxReader::boxes(reader, box.content);
-        if (isVideo(content(reader, inside(reader, track, "mdia"), "hdlr"))) {
-            return frameTimesOf(reader, track, movieScale);
-        }
-    }
-    return std::nullopt;
+    const auto *track = movie.shownTrack();
+    return track && !BoxReader::find(movie.movie(), "mvex") ? frameTimesOf(movie, *track)
+                                                            : std::nullopt;
 }
 
 } // namespace SampleTable

@@ -60,6 +60,12 @@ int mpv_command_async(mpv_handle *handle, uint64_t reply, const char **arguments
                                          arguments);
 }
 
+int mpv_set_property(mpv_handle *handle, const char *name, mpv_format format, void *data)
+{
+    return callModule<MPV_ERROR_GENERIC>(mpv(), &MpvTable::mpv_set_property, handle, name, format,
+                                         data);
+}
+
 int mpv_set_property_async(mpv_handle *handle, uint64_t reply, const char *name, mpv_format format,
                            void *data)
 {

@@ -14,6 +14,7 @@ const MpvTable kestleMpv = {
     .mpv_set_option = &::mpv_set_option,
     .mpv_set_option_string = &::mpv_set_option_string,
     .mpv_command_async = &::mpv_command_async,
+    .mpv_set_property = &::mpv_set_property,
     .mpv_set_property_async = &::mpv_set_property_async,
     .mpv_get_property = &::mpv_get_property,
     .mpv_get_property_async = &::mpv_get_property_async,

@@ -16,6 +16,7 @@ struct MpvTable {
     decltype(&::mpv_set_option) mpv_set_option;
     decltype(&::mpv_set_option_string) mpv_set_option_string;
     decltype(&::mpv_command_async) mpv_command_async;
+    decltype(&::mpv_set_property) mpv_set_property;
     decltype(&::mpv_set_property_async) mpv_set_property_async;
     decltype(&::mpv_get_property) mpv_get_property;
     decltype(&::mpv_get_property_async) mpv_get_property_async;

@@ -11,7 +11,7 @@
 
 /// Serves events until @p isTrue, as soon as anything happens; false when that takes too long.
 inline bool waitUntil(const std::function<bool()> &isTrue,
-                      std::chrono::milliseconds patience = std::chrono::seconds(5))
+                      std::chrono::milliseconds patience = std::chrono::seconds(30))
 {
     const QDeadlineTimer deadline(patience);
     QTimer wake; // for what nobody tells

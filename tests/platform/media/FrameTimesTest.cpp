@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/media/FrameTimes.h"
+#include "platform/media/MovieBoxes.h"
 #include "platform/media/SampleTable.h"
 #include "tests/support/CodedClip.h"
 
@@ -13,6 +14,17 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+std::optional<std::vector<double>> listIn(const std::filesystem::path &path)
+{
+    const auto file = InputFile::open(path);
+    MovieBoxes movie(*file);
+    return SampleTable::frameTimes(movie);
+}
+
+} // namespace
 
 /// Which frame contains a time, as far as the container tells.
 class FrameTimesTest : public QObject {
@@ -84,7 +96,7 @@ private Q_SLOTS:
             QSKIP("the ffmpeg command is missing");
         }
 
-        auto times = SampleTable::frameTimes(*InputFile::open(clip.file()));
+        auto times = listIn(clip.file());
 
         QVERIFY(times);
         QCOMPARE(times->size(), clip.times.size());
@@ -109,12 +121,12 @@ private Q_SLOTS:
                                        std::filesystem::copy_options::overwrite_existing);
             std::filesystem::resize_file(cut, length);
 
-            const auto times = SampleTable::frameTimes(*InputFile::open(cut));
+            const auto times = listIn(cut);
 
             QVERIFY(!times || times->size() <= 30);
         }
         const auto other = CodedClip::h264(u"short.mts"_s, 30).at(25, 1).file();
-        QVERIFY(!SampleTable::frameTimes(*InputFile::open(other)));
+        QVERIFY(!listIn(other));
     }
 };
 

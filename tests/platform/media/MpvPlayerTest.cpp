@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/media/MpvPlayer.h"
+#include "platform/media/PosterFrame.h"
 #include "platform/media/VideoFrames.h"
 #include "platform/media/VideoPlayers.h"
 #include "tests/support/CodedClips.h"
@@ -10,6 +11,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QRandomGenerator>
 #include <QSet>
 #include <QTemporaryDir>
@@ -89,6 +91,41 @@ private Q_SLOTS:
             });
             QCOMPARE(watched.shown(clip), clip.frameAt(to));
             QCOMPARE(watched.player.currentTime().count(), to);
+        }
+    }
+
+    void ofSeveralTracksTheEnabledOneIsShown()
+    {
+        const QTemporaryDir folder;
+        const auto path = std::filesystem::path(folder.path().toStdString()) / "tracks.mov";
+        const auto disabled = CodedClips::all().at(0);
+        const auto clip = CodedClips::all().at(4); // other frames at other times, and turned
+        QStringList arguments{u"-v"_s, u"error"_s};
+        for (const auto &source : {disabled.file(), clip.file()}) {
+            arguments += {u"-i"_s, QString::fromStdString(source.string())};
+        }
+        arguments += {u"-map"_s,
+                      u"0:v"_s,
+                      u"-map"_s,
+                      u"1:v"_s,
+                      u"-c"_s,
+                      u"copy"_s,
+                      u"-disposition:v:0"_s,
+                      u"0"_s,
+                      u"-disposition:v:1"_s,
+                      u"default"_s,
+                      QString::fromStdString(path.string())};
+        QCOMPARE(QProcess::execute(u"ffmpeg"_s, arguments), 0);
+        QCOMPARE(posterFrame(path).size(), clip.shownSize());
+        Watched watched(m_players, path);
+        QVERIFY(waitUntil([&] { return watched.shown(clip) == 0; }));
+        QRandomGenerator dice(3);
+
+        for (int i = 0; i < 50; ++i) {
+            const double to = dice.bounded(clip.end());
+            watched.player.seek(Seconds(to));
+            QVERIFY(waitUntil([&] { return !watched.player.isSeeking(); }));
+            QVERIFY(waitUntil([&] { return watched.shown(clip) == clip.frameAt(to); }));
         }
     }
 

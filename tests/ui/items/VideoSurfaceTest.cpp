@@ -3,8 +3,10 @@
 
 #include "ui/items/VideoSurface.h"
 #include "platform/media/MpvPlayer.h"
+#include "platform/media/PosterFrame.h"
 #include "platform/media/VideoFrames.h"
 #include "platform/media/VideoPlayers.h"
+#include "tests/support/ClipBytes.h"
 #include "tests/support/CodedClips.h"
 #include "tests/support/WaitUntil.h"
 
@@ -12,6 +14,7 @@
 #include <QRandomGenerator>
 #include <QSGRendererInterface>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 using Seconds = VideoPlayer::Seconds;
@@ -53,6 +56,25 @@ public:
     QQuickWindow window;
     VideoSurface surface;
 };
+
+/// Whether two pictures of one shape have the same bright and dark places.
+bool areAlike(const QImage &one, const QImage &other)
+{
+    constexpr QSize few(20, 20);
+    const auto small = [&](const QImage &image) {
+        return image.scaled(few, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    };
+    const QImage first = small(one);
+    const QImage second = small(other);
+    int largest = 0;
+    for (int y = 0; y < few.height(); ++y) {
+        for (int x = 0; x < few.width(); ++x) {
+            largest =
+                std::max(largest, std::abs(qGray(first.pixel(x, y)) - qGray(second.pixel(x, y))));
+        }
+    }
+    return largest < 100;
+}
 
 } // namespace
 
@@ -98,6 +120,54 @@ private Q_SLOTS:
                 return frame == clip.frameAt(to);
             });
             QCOMPARE(frame, clip.frameAt(to));
+        }
+        bench.surface.setPlayer(nullptr);
+    }
+
+    void aClipLiesAsItsPosterDoes_data()
+    {
+        using Corner = std::array<int, 4>;
+        QTest::addColumn<Corner>("track");
+        QTest::addColumn<Corner>("film");
+        QTest::addColumn<bool>("isAcross");
+        constexpr Corner none = {1, 0, 0, 1};
+        QTest::newRow("as it is") << none << none << false;
+        QTest::newRow("clockwise") << Corner{0, 1, -1, 0} << none << true;
+        QTest::newRow("upside down") << Corner{-1, 0, 0, -1} << none << false;
+        QTest::newRow("anticlockwise") << Corner{0, -1, 1, 0} << none << true;
+        QTest::newRow("left is right") << Corner{-1, 0, 0, 1} << none << false;
+        QTest::newRow("up is down") << Corner{1, 0, 0, -1} << none << false;
+        QTest::newRow("along one diagonal") << Corner{0, 1, 1, 0} << none << true;
+        QTest::newRow("along the other") << Corner{0, -1, -1, 0} << none << true;
+        QTest::newRow("askew") << Corner{2, 1, -1, 2} << none << false;
+        QTest::newRow("by the whole film") << none << Corner{0, 1, -1, 0} << true;
+        QTest::newRow("by both") << Corner{-1, 0, 0, 1} << Corner{0, 1, -1, 0} << true;
+    }
+
+    void aClipLiesAsItsPosterDoes()
+    {
+        using Corner = std::array<int, 4>;
+        QFETCH(const Corner, track);
+        QFETCH(const Corner, film);
+        QFETCH(const bool, isAcross);
+        const QTemporaryDir folder;
+        const auto path = std::filesystem::path(folder.path().toStdString()) / "clip.mov";
+        ClipBytes clip(CodedClips::all().at(2).file());
+        clip.setMatrix("tkhd", track);
+        clip.setMatrix("mvhd", film);
+        clip.write(path);
+        const QImage poster = posterFrame(path);
+        const QSize size = isAcross ? QSize(64, 120) : QSize(120, 64);
+        QCOMPARE(poster.size(), size);
+
+        SurfaceBench bench(QRectF(QPointF(10, 10), size)); // which it fills
+        const auto player = m_players.player(path);
+        bench.surface.setPlayer(player.get());
+
+        QVERIFY(waitUntil([&] { return areAlike(bench.seen(), poster); }));
+        for (const auto &other : {poster.mirrored(true, false), poster.mirrored(false, true),
+                                  poster.mirrored(true, true)}) {
+            QVERIFY(!areAlike(bench.seen(), other));
         }
         bench.surface.setPlayer(nullptr);
     }
