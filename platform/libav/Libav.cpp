@@ -32,6 +32,11 @@ void av_log_set_level(int level)
     return callModule<AVERROR_EXTERNAL>(libav(), &LibavTable::av_log_set_level, level);
 }
 
+void av_max_alloc(size_t most)
+{
+    return callModule<AVERROR_EXTERNAL>(libav(), &LibavTable::av_max_alloc, most);
+}
+
 void *av_malloc(size_t size)
 {
     return callModule<AVERROR_EXTERNAL>(libav(), &LibavTable::av_malloc, size);

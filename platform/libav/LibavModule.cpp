@@ -9,6 +9,7 @@ extern "C" __attribute__((visibility("default"))) const LibavTable kestleLibav;
 const LibavTable kestleLibav = {
     .av_log_set_callback = &::av_log_set_callback,
     .av_log_set_level = &::av_log_set_level,
+    .av_max_alloc = &::av_max_alloc,
     .av_malloc = &::av_malloc,
     .av_mallocz = &::av_mallocz,
     .av_strdup = &::av_strdup,

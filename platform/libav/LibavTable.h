@@ -8,6 +8,7 @@ extern "C" {
 #include <libavformat/avformat.h>
 #include <libavutil/imgutils.h>
 #include <libavutil/log.h>
+#include <libavutil/mem.h>
 #include <libavutil/pixdesc.h>
 #include <libswscale/swscale.h>
 }
@@ -16,6 +17,7 @@ extern "C" {
 struct LibavTable {
     decltype(&::av_log_set_callback) av_log_set_callback;
     decltype(&::av_log_set_level) av_log_set_level;
+    decltype(&::av_max_alloc) av_max_alloc;
     decltype(&::av_malloc) av_malloc;
     decltype(&::av_mallocz) av_mallocz;
     decltype(&::av_strdup) av_strdup;

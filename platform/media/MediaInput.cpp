@@ -14,6 +14,7 @@ namespace {
 constexpr int bufferSize = 32 * 1024;
 /// What cameras write.
 constexpr auto formats = "mov,mp4,m4a,3gp,3g2,mj2,avi,mpegts";
+constexpr int mostTracks = 32;
 constexpr int64_t mostProbedBytes = 4 * 1024 * 1024;
 constexpr int64_t mostProbedTime = 2 * AV_TIME_BASE;
 
@@ -37,6 +38,7 @@ MediaInput::MediaInput(InputFile file, std::chrono::milliseconds time)
     context->flags |= AVFMT_FLAG_CUSTOM_IO;
     context->format_whitelist = av_strdup(formats);
     context->protocol_whitelist = av_strdup("none");
+    context->max_streams = mostTracks;
     context->probesize = mostProbedBytes;
     context->max_analyze_duration = mostProbedTime;
     context->interrupt_callback = {isLate, this};

@@ -9,6 +9,7 @@
 #include "platform/media/MovieBoxes.h"
 #include "platform/media/MpvImages.h"
 #include "platform/media/MpvOpenGlFrames.h"
+#include "platform/media/SampleCount.h"
 #include "platform/media/SampleTable.h"
 #include "platform/media/TrackMatrix.h"
 
@@ -25,6 +26,7 @@ namespace {
 
 /// What a clip's file says before libmpv opens it.
 struct Tables {
+    bool areMonstrous = false;
     PictureTurn turn;
     FrameTimes frameTimes;
 };
@@ -32,8 +34,12 @@ struct Tables {
 Tables tablesOf(const InputFile &file, const MovieBoxes::IsWanted &isWanted)
 {
     MovieBoxes movie(file, isWanted);
+    if (SampleCount::isMonstrous(movie)) {
+        return {.areMonstrous = true, .turn = {}, .frameTimes = {}};
+    }
     auto times = SampleTable::frameTimes(movie);
-    return {.turn = TrackMatrix::turn(movie),
+    return {.areMonstrous = false,
+            .turn = TrackMatrix::turn(movie),
             .frameTimes = times ? FrameTimes(std::move(*times)) : FrameTimes()};
 }
 
@@ -56,6 +62,10 @@ void MpvClip::run()
     const auto tables = tablesOf(*opened, [this] { return !isClosed(); });
     opened.reset();
     if (isClosed()) {
+        return;
+    }
+    if (tables.areMonstrous) {
+        tell({.hasFailed = true});
         return;
     }
     const auto mpv = MpvHandle::create(m_settings); // goes before the file

@@ -3,6 +3,7 @@
 
 #include "platform/media/MpvHandle.h"
 
+#include "platform/hevc/LibavLimits.h"
 #include "platform/hevc/LibavLog.h"
 
 #include <mpv/client.h>
@@ -17,6 +18,7 @@ namespace {
 
 /// What cameras write; no lists that lead to other files.
 constexpr auto formats = "mov,mp4,m4a,3gp,3g2,mj2,avi,mpegts";
+constexpr auto mostTracks = "32";
 constexpr auto mostPixels = "64000000";
 
 constexpr std::pair<const char *, const char *> options[] = {
@@ -75,6 +77,7 @@ void setMap(mpv_handle *handle, const char *option,
 std::unique_ptr<MpvHandle> MpvHandle::create(const Settings &settings)
 {
     silenceLibav();
+    limitLibav();
     std::unique_ptr<MpvHandle> result(new MpvHandle(mpv_create()));
     auto *handle = result->m_handle;
     if (handle == nullptr) {
@@ -91,7 +94,9 @@ std::unique_ptr<MpvHandle> MpvHandle::create(const Settings &settings)
         mpv_set_option_string(handle, "ao", "null");
     }
     setMap(handle, "demuxer-lavf-o",
-           {{"format_whitelist", formats}, {"protocol_whitelist", "none"}});
+           {{"format_whitelist", formats},
+            {"protocol_whitelist", "none"},
+            {"max_streams", mostTracks}});
     setMap(handle, "vd-lavc-o", {{"max_pixels", mostPixels}});
     return mpv_initialize(handle) >= 0 ? std::move(result) : nullptr;
 }

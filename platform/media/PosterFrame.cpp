@@ -4,11 +4,14 @@
 #include "platform/media/PosterFrame.h"
 
 #include "platform/hevc/CodedColor.h"
+#include "platform/hevc/LibavLimits.h"
 #include "platform/hevc/LibavLog.h"
 #include "platform/imageio/ColorProfile.h"
 #include "platform/imageio/ToneCurve.h"
 #include "platform/media/MediaInput.h"
+#include "platform/media/MovieBoxes.h"
 #include "platform/media/PictureTurn.h"
+#include "platform/media/SampleCount.h"
 
 #include <algorithm>
 #include <cmath>
@@ -168,11 +171,18 @@ QImage turned(const QImage &image, const AVStream &stream)
 
 } // namespace
 
+static bool isMonstrous(const InputFile &file)
+{
+    MovieBoxes movie(file);
+    return SampleCount::isMonstrous(movie);
+}
+
 QImage posterFrame(const std::filesystem::path &path, int maxPixel)
 {
     silenceLibav();
+    limitLibav();
     auto file = InputFile::open(path);
-    if (!file || maxPixel < 1) {
+    if (!file || maxPixel < 1 || isMonstrous(*file)) {
         return {};
     }
     const MediaInput input(std::move(*file), mostTime);

@@ -3,6 +3,7 @@
 
 #include "platform/libav/Libav.h"
 #include "platform/hevc/HevcPicture.h"
+#include "platform/hevc/LibavLimits.h"
 #include "platform/media/PosterFrame.h"
 #include "tests/support/HeifPictures.h"
 #include "tests/support/HevcEncoder.h"
@@ -14,6 +15,10 @@
 
 #include <thread>
 #include <vector>
+
+extern "C" {
+#include <libavutil/mem.h>
+}
 
 using namespace Qt::StringLiterals;
 
@@ -48,6 +53,18 @@ private Q_SLOTS:
         QVERIFY(ffmpeg.waitForFinished());
 
         QCOMPARE(posterFrame(clip.toStdString()).isNull(), !KESTLE_MODULE_IS_THERE);
+    }
+
+    void noMoreMemoryIsHadAtOnceThanPicturesNeed()
+    {
+        limitLibav();
+        auto *largest = av_malloc(192'000'000);
+        auto *larger = av_malloc(300'000'000);
+
+        QCOMPARE(largest != nullptr, KESTLE_MODULE_IS_THERE);
+        QVERIFY(!larger);
+        av_free(largest);
+        av_free(larger);
     }
 
     void aPictureCodedAsHevcIsThereWhereTheModuleIs()
