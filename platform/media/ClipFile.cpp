@@ -18,6 +18,17 @@ std::shared_ptr<const InputFile> ClipFile::file() const
     return m_file;
 }
 
+std::optional<qint64> ClipFile::read(qint64 position, char *target, qint64 length) const
+{
+    const auto opened = file();
+    if (!opened) {
+        return std::nullopt;
+    }
+    const auto count = opened->read(position, target, length);
+    const bool isAtEnd = position >= opened->size();
+    return count > 0 || length == 0 || isAtEnd ? std::optional(count) : std::nullopt;
+}
+
 void ClipFile::close()
 {
     std::shared_ptr<const InputFile> file; // goes after the lock

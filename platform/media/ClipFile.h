@@ -19,6 +19,11 @@ public:
     /// Null when it could not be opened or is closed.
     [[nodiscard]] std::shared_ptr<const InputFile> file() const;
 
+    /// Up to @p length bytes from @p position on, fewer only at the end of the file, where there
+    /// are none. Nothing when they cannot be had: the card fails, the file was cut or is closed.
+    /// Blocks.
+    [[nodiscard]] std::optional<qint64> read(qint64 position, char *target, qint64 length) const;
+
     /// The descriptor is closed as soon as no read is under way; later ones read nothing. May block
     /// on a card that hangs.
     void close();

@@ -29,6 +29,9 @@ constexpr double usualSecondsAhead = 1;
 /// A seek that ended too late is tried again from so many times as far ahead, up to a limit.
 constexpr double furtherAhead = 4;
 constexpr double mostSecondsAhead = 16;
+/// The end of a clip lies where its sound ends, or whatever else is in it: so much behind its last
+/// frame. What ends earlier was cut.
+constexpr double mostBehindLastFrame = 0.1;
 
 enum Observed : uint64_t { Time, Duration, End, Rate };
 
@@ -42,6 +45,7 @@ enum class ClipPlayback::Asked : uint64_t {
     Sound,
     SeekTime,
     SeekEnd,
+    EndTime,
     Count
 };
 
@@ -72,6 +76,11 @@ void ClipPlayback::takeEvents()
         case MPV_EVENT_PROPERTY_CHANGE:
             takeProperty(event->reply_userdata,
                          *static_cast<const mpv_event_property *>(event->data));
+            break;
+        case MPV_EVENT_SEEK:
+            if (m_seekStage == SeekStage::Accepted) {
+                m_seekStage = SeekStage::Begun;
+            }
             break;
         case MPV_EVENT_PLAYBACK_RESTART:
             takeRestart();
@@ -108,7 +117,8 @@ void ClipPlayback::takeProperty(uint64_t observed, const mpv_event_property &pro
     switch (observed) {
     case Time:
         // The frame that contains a time begins before it.
-        if (isKnown && m_isShown && !m_isSeeking && m_plays) {
+        if (isKnown && m_isShown && !m_isSeeking && m_plays && !m_report.isAtEnd) {
+            m_playedTo = std::max(m_playedTo, number());
             m_report.time = std::max(number(), m_seekTo);
         }
         break;
@@ -122,7 +132,11 @@ void ClipPlayback::takeProperty(uint64_t observed, const mpv_event_property &pro
         break;
     case End:
         // While it seeks it may tell of the time before.
-        m_report.isAtEnd = isKnown && !m_isSeeking && *static_cast<const int *>(property.data) != 0;
+        if (!isKnown || m_isSeeking || *static_cast<const int *>(property.data) == 0) {
+            m_report.isAtEnd = false;
+        } else if (!m_report.isAtEnd) {
+            ask("time-pos", MpvHandle::Format::Number, Asked::EndTime);
+        }
         break;
     default:
         break;
@@ -151,8 +165,10 @@ void ClipPlayback::takeAnswer(uint64_t reply, const mpv_event &event)
     };
     switch (asked) {
     case Asked::Seek:
-        if (!isKnown && m_isSeeking) {
-            endSeek(m_report.isAtEnd); // it will not be done
+        m_seekStage = SeekStage::Accepted;
+        if (!isKnown && m_isSeeking) { // it will not be done
+            m_sought = m_seekTo;
+            endSeek(m_report.isAtEnd);
         }
         break;
     case Asked::FirstTime:
@@ -180,6 +196,11 @@ void ClipPlayback::takeAnswer(uint64_t reply, const mpv_event &event)
     case Asked::SeekEnd:
         endSeek(isKnown && *static_cast<const int *>(property->data) != 0);
         break;
+    case Asked::EndTime:
+        if (!m_isSeeking) {
+            stayAtEnd(number(m_report.time));
+        }
+        break;
     case Asked::Count:
         break;
     }
@@ -189,7 +210,7 @@ void ClipPlayback::takeRestart()
 {
     if (!m_isShown) {
         ask("time-pos", MpvHandle::Format::Number, Asked::FirstTime);
-    } else if (m_isSeeking) {
+    } else if (m_isSeeking && m_seekStage == SeekStage::Begun) { // else it is of the one before
         ask("time-pos", MpvHandle::Format::Number, Asked::SeekTime);
     }
 }
@@ -204,6 +225,7 @@ void ClipPlayback::begin()
 
 void ClipPlayback::judgeSeek(double time)
 {
+    m_sought = time;
     const double next = m_firstTime + m_frameTimes.nextFrameAfter(m_seekTo - m_firstTime);
     if (time >= next && m_secondsAhead < mostSecondsAhead) {
         seekFrom(m_secondsAhead * furtherAhead);
@@ -216,8 +238,28 @@ void ClipPlayback::endSeek(bool isAtEnd)
 {
     m_isSeeking = false;
     m_report.seek = m_newestSeek;
-    m_report.time = m_seekTo;
-    m_report.isAtEnd = isAtEnd;
+    // A pause keeps libmpv from telling that it is at the end, so the frame tells.
+    const double end = endBehind(m_sought);
+    const bool isCut = m_seekTo > end + mostBehindLastFrame;
+    m_report.isAtEnd = isAtEnd || isCut || (m_report.duration && m_seekTo >= *m_report.duration);
+    m_report.time = m_report.isAtEnd ? std::min(m_seekTo, end) : m_seekTo;
+}
+
+/// libmpv stands on its last frame, which begins at @p time.
+void ClipPlayback::stayAtEnd(double time)
+{
+    const double end = endBehind(time);
+    m_report.isAtEnd = true;
+    m_report.time = m_plays ? end : std::min(m_report.time, end);
+}
+
+/// Where a clip ends whose last frame begins at @p time: that may have been cut.
+double ClipPlayback::endBehind(double time) const
+{
+    const double next = m_firstTime + m_frameTimes.nextFrameAfter(time - m_firstTime);
+    const double known = m_report.duration.value_or(time);
+    const double end = std::max(std::isfinite(next) ? next : known, m_playedTo);
+    return m_report.duration && end > known - mostBehindLastFrame ? known : end;
 }
 
 void ClipPlayback::follow(const ClipWish &wish)
@@ -242,6 +284,7 @@ void ClipPlayback::seek(const ClipWish &wish)
     m_newestSeek = wish.seek;
     m_seekTo = wish.seekTo;
     m_seekBegan = std::chrono::steady_clock::now();
+    m_playedTo = 0;
     m_report.isAtEnd = false;
     seekFrom(usualSecondsAhead);
 }
@@ -252,6 +295,7 @@ void ClipPlayback::seekFrom(double secondsAhead)
         m_secondsAhead = secondsAhead;
         m_mpv.set("hr-seek-demuxer-offset", QByteArray::number(secondsAhead).constData());
     }
+    m_seekStage = SeekStage::Asked;
     const double ahead = m_firstTime + m_frameTimes.aheadOfFrameAt(m_seekTo - m_firstTime);
     const auto target = QByteArray::number(std::max(ahead + seekTolerance, 0.0), 'f', 9);
     m_mpv.command({"seek", target.constData(), "absolute+exact"},

@@ -37,6 +37,8 @@ public:
 
 private:
     enum class Asked : uint64_t;
+    /// Of a seek by libmpv, which tells of its end as of that of any other.
+    enum class SeekStage { Asked, Accepted, Begun };
 
     void takeTracks();
     void takeProperty(uint64_t observed, const mpv_event_property &property);
@@ -45,6 +47,8 @@ private:
     void begin();
     void judgeSeek(double time);
     void endSeek(bool isAtEnd);
+    void stayAtEnd(double time);
+    [[nodiscard]] double endBehind(double time) const;
     void ask(const char *property, MpvHandle::Format format, Asked asked);
     void seek(const ClipWish &wish);
     void seekFrom(double secondsAhead);
@@ -58,9 +62,12 @@ private:
     bool m_isShown = false;       ///< its first picture, from where it can be played
     double m_firstTime = 0;       ///< of that picture, in seconds
     bool m_plays = false;
+    double m_playedTo = 0; ///< since the newest seek, in seconds
     bool m_isSeeking = false;
+    SeekStage m_seekStage = SeekStage::Asked;
     qint64 m_newestSeek = 0;   ///< of those that have begun
     double m_seekTo = 0;       ///< by that one, in seconds
+    double m_sought = 0;       ///< time of the frame it came to
     double m_secondsAhead = 0; ///< of its frame, where it begins to decode
     std::chrono::steady_clock::time_point m_seekBegan;
 };

@@ -23,13 +23,11 @@ struct Stream {
 int64_t read(void *cookie, char *buffer, uint64_t length)
 {
     auto *stream = static_cast<Stream *>(cookie);
-    const auto file = stream->file.file();
-    if (!file || stream->isCancelled) {
-        return -1;
-    }
-    const auto count = file->read(stream->position, buffer, qint64(length));
-    stream->position += count;
-    return count;
+    const auto count = stream->isCancelled
+                           ? std::nullopt
+                           : stream->file.read(stream->position, buffer, qint64(length));
+    stream->position += count.value_or(0);
+    return count.value_or(-1);
 }
 
 int64_t seek(void *cookie, int64_t offset)

@@ -12,13 +12,17 @@
 /// of a frame may lie this far before it.
 constexpr double rounding = 1e-5;
 
-FrameTimes::FrameTimes(std::vector<double> times)
+FrameTimes::FrameTimes(std::vector<double> times, std::optional<double> end)
     : m_times(std::move(times))
 {
     std::ranges::sort(m_times);
     m_times.erase(std::unique(m_times.begin(), m_times.end()), m_times.end());
-    for (const double first = m_times.empty() ? 0 : m_times.front(); auto &time : m_times) {
+    const double first = m_times.empty() ? 0 : m_times.front();
+    for (auto &time : m_times) {
         time -= first;
+    }
+    if (end) {
+        m_end = *end - first;
     }
 }
 
@@ -48,7 +52,7 @@ double FrameTimes::nextFrameAfter(double time) const
     constexpr double never = std::numeric_limits<double>::infinity();
     if (!m_times.empty()) {
         const auto next = std::ranges::upper_bound(m_times, time + rounding);
-        return next != m_times.end() ? *next : never;
+        return next != m_times.end() ? *next : m_end.value_or(never);
     }
     return m_framesPerSecond > 0
                ? (std::floor((time + rounding) * m_framesPerSecond) + 1) / m_framesPerSecond

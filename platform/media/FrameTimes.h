@@ -12,8 +12,8 @@ public:
     /// Of a clip of which nothing is known.
     FrameTimes() = default;
 
-    /// In any order.
-    explicit FrameTimes(std::vector<double> times);
+    /// In any order. Behind the last there is nothing from @p end on, where that is known.
+    explicit FrameTimes(std::vector<double> times, std::optional<double> end = {});
 
     [[nodiscard]] static FrameTimes regular(double framesPerSecond);
 
@@ -24,11 +24,12 @@ public:
     /// The first frame's own time where there is none before; @p time itself when nothing is known.
     [[nodiscard]] double aheadOfFrameAt(double time) const;
 
-    /// When the frame behind the one that contains @p time is shown; never if there is none, or if
-    /// nothing is known.
+    /// When the frame behind the one that contains @p time is shown, or the end comes; never if
+    /// neither is known.
     [[nodiscard]] double nextFrameAfter(double time) const;
 
 private:
-    std::vector<double> m_times;  ///< ascending, each once
+    std::vector<double> m_times; ///< ascending, each once
+    std::optional<double> m_end;
     double m_framesPerSecond = 0; ///< of a clip without a list
 };

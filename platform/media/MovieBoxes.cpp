@@ -3,6 +3,8 @@
 
 #include "platform/media/MovieBoxes.h"
 
+#include "platform/imageio/ByteCursor.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -21,6 +23,18 @@ MovieBoxes::MovieBoxes(const InputFile &file, IsWanted isWanted)
             m_tracks.push_back(inside(box));
         }
     }
+}
+
+bool MovieBoxes::isCut()
+{
+    if (m_file.isEmpty()) {
+        return false;
+    }
+    // A length of four bytes and the type, or 1 instead, the type and a length of eight.
+    const auto content = m_file.constLast().content;
+    const auto head = m_reader.bytes(content.offset - 8, 8);
+    const bool isShort = head.endsWith(m_file.constLast().type);
+    return ByteCursor(head).take(isShort ? 4 : 8) > quint64(content.length + (isShort ? 8 : 16));
 }
 
 const MovieBoxes::Boxes *MovieBoxes::shownTrack()

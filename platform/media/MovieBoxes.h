@@ -21,6 +21,11 @@ public:
     explicit MovieBoxes(
         const InputFile &file, IsWanted isWanted = [] { return true; });
 
+    [[nodiscard]] qint64 fileSize() const { return m_reader.size(); }
+
+    /// Whether the file says that it is longer.
+    [[nodiscard]] bool isCut();
+
     /// Those of the file itself.
     [[nodiscard]] const Boxes &file() const { return m_file; }
 

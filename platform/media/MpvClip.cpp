@@ -37,10 +37,11 @@ Tables tablesOf(const InputFile &file, const MovieBoxes::IsWanted &isWanted)
     if (SampleCount::isMonstrous(movie)) {
         return {.areMonstrous = true, .turn = {}, .frameTimes = {}};
     }
-    auto times = SampleTable::frameTimes(movie);
+    auto frames = SampleTable::frames(movie);
     return {.areMonstrous = false,
             .turn = TrackMatrix::turn(movie),
-            .frameTimes = times ? FrameTimes(std::move(*times)) : FrameTimes()};
+            .frameTimes =
+                frames ? FrameTimes(std::move(frames->times), frames->end) : FrameTimes()};
 }
 
 } // namespace

@@ -76,8 +76,7 @@ std::shared_ptr<VideoFrames> MpvPlayer::frames() const
 
 bool MpvPlayer::isAtEnd() const
 {
-    const bool isSoughtThere = m_report.duration && m_time >= *duration();
-    return isSoughtThere || (!isSeeking() && m_report.isAtEnd);
+    return isSeeking() ? m_report.duration && m_time >= *duration() : m_report.isAtEnd;
 }
 
 void MpvPlayer::take(const ClipReport &report)
@@ -92,7 +91,6 @@ void MpvPlayer::take(const ClipReport &report)
     }
     m_time = Seconds(report.time);
     if (report.isAtEnd && m_wish.plays) {
-        m_time = duration().value_or(m_time);
         pause();
     }
 }

@@ -5,6 +5,9 @@
 
 #include "platform/imageio/ByteCursor.h"
 #include "platform/media/MovieBoxes.h"
+#include "platform/media/SamplePlaces.h"
+
+#include <algorithm>
 
 namespace SampleTable {
 
@@ -99,7 +102,7 @@ std::optional<std::vector<qint64>> decodingTimes(const QByteArray &table)
     return result;
 }
 
-std::optional<std::vector<double>> frameTimesOf(MovieBoxes &movie, const Boxes &track)
+std::optional<Frames> framesOf(MovieBoxes &movie, const Boxes &track)
 {
     const auto table = movie.tables(track);
     const auto movieScale = timescale(movie.content(movie.movie(), "mvhd"));
@@ -114,23 +117,34 @@ std::optional<std::vector<double>> frameTimesOf(MovieBoxes &movie, const Boxes &
         return std::nullopt;
     }
     const auto delay = delays(movie.content(table, "ctts"), decoded->size());
-    std::vector<double> result;
-    result.reserve(decoded->size());
+    const auto there =
+        movie.isCut() ? SamplePlaces::countInside(movie, table, decoded->size()) : decoded->size();
+    Frames result;
+    std::vector<double> missing;
     for (size_t i = 0; i < decoded->size(); ++i) {
         const auto time = (*decoded)[i] + delay[i] - stretch->begin;
         if (time >= 0 && (stretch->length < 0 || time < stretch->length)) {
-            result.push_back(double(time) / trackScale);
+            (i < there ? result.times : missing).push_back(double(time) / trackScale);
         }
     }
-    return result.empty() ? std::nullopt : std::optional(std::move(result));
+    if (result.times.empty()) {
+        return std::nullopt;
+    }
+    const double last = std::ranges::max(result.times);
+    for (const double time : missing) {
+        if (time > last) {
+            result.end = std::min(time, result.end.value_or(time));
+        }
+    }
+    return result;
 }
 
 } // namespace
 
-std::optional<std::vector<double>> frameTimes(MovieBoxes &movie)
+std::optional<Frames> frames(MovieBoxes &movie)
 {
     const auto *track = movie.shownTrack();
-    return track && !BoxReader::find(movie.movie(), "mvex") ? frameTimesOf(movie, *track)
+    return track && !BoxReader::find(movie.movie(), "mvex") ? framesOf(movie, *track)
                                                             : std::nullopt;
 }
 

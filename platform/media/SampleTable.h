@@ -11,9 +11,14 @@ class MovieBoxes;
 /// What the tables of a MOV or MP4 file say of its frames (ISO 14496-12, 8.6).
 namespace SampleTable {
 
-/// When the frames of the track that is shown come, in seconds, in no certain order. Nothing for
-/// other files, for those in fragments or cut together from several stretches, and for damaged or
-/// monstrous ones. Blocks while it reads.
-[[nodiscard]] std::optional<std::vector<double>> frameTimes(MovieBoxes &movie);
+/// When the frames come, in seconds.
+struct Frames {
+    std::vector<double> times; ///< of those that are there, in no certain order
+    std::optional<double> end; ///< of those, when others are missing behind them
+};
+
+/// Of the track that is shown. Nothing for other files, for those in fragments or put together from
+/// several stretches, and for damaged or monstrous ones. Blocks while it reads.
+[[nodiscard]] std::optional<Frames> frames(MovieBoxes &movie);
 
 } // namespace SampleTable

@@ -4,6 +4,7 @@
 #include "platform/media/FrameTimes.h"
 #include "platform/media/MovieBoxes.h"
 #include "platform/media/SampleTable.h"
+#include "tests/support/ClipBytes.h"
 #include "tests/support/CodedClip.h"
 
 #include <QTemporaryDir>
@@ -17,11 +18,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::optional<std::vector<double>> listIn(const std::filesystem::path &path)
+std::optional<SampleTable::Frames> framesIn(const std::filesystem::path &path)
 {
     const auto file = InputFile::open(path);
     MovieBoxes movie(*file);
-    return SampleTable::frameTimes(movie);
+    return SampleTable::frames(movie);
 }
 
 } // namespace
@@ -96,15 +97,47 @@ private Q_SLOTS:
             QSKIP("the ffmpeg command is missing");
         }
 
-        auto times = listIn(clip.file());
+        auto frames = framesIn(clip.file());
 
-        QVERIFY(times);
-        QCOMPARE(times->size(), clip.times.size());
-        std::ranges::sort(*times);
-        for (size_t number = 0; number < times->size(); ++number) {
-            QVERIFY2(std::abs((*times)[number] - times->front() - clip.times[number]) < 1e-4,
-                     qPrintable(u"%1 of frame %2"_s.arg((*times)[number]).arg(number)));
+        QVERIFY(frames);
+        QVERIFY(!frames->end);
+        auto &times = frames->times;
+        QCOMPARE(times.size(), clip.times.size());
+        std::ranges::sort(times);
+        for (size_t number = 0; number < times.size(); ++number) {
+            QVERIFY2(std::abs(times[number] - times.front() - clip.times[number]) < 1e-4,
+                     qPrintable(u"%1 of frame %2"_s.arg(times[number]).arg(number)));
         }
+    }
+
+    void framesThatAreCutOffAreNotCounted()
+    {
+        if (!CodedClip::canBeMade()) {
+            QSKIP("the ffmpeg command is missing");
+        }
+        auto clip = CodedClip::h264(u"index-first.mp4"_s, 30).at(25, 1);
+        clip.coding += {u"-bf"_s, u"0"_s, u"-movflags"_s, u"faststart"_s};
+        const ClipBytes bytes(clip.file());
+        const QTemporaryDir folder;
+        const auto cut = std::filesystem::path(folder.path().toStdString()) / "cut.mp4";
+        size_t before = 30;
+        for (auto length = bytes.size(); length > 0; length -= 20) {
+            bytes.writeFirst(length, cut);
+
+            const auto frames = framesIn(cut);
+
+            if (!frames) {
+                break; // nothing but tables is left, or not even those
+            }
+            const auto count = frames->times.size();
+            QVERIFY(count <= before);
+            QCOMPARE(frames->end.has_value(), length < bytes.size());
+            if (frames->end) {
+                QVERIFY(std::abs(*frames->end - frames->times.front() - double(count) / 25) < 1e-4);
+            }
+            before = count;
+        }
+        QVERIFY(before < 29);
     }
 
     void cutAndForeignFilesHaveNone()
@@ -121,12 +154,12 @@ private Q_SLOTS:
                                        std::filesystem::copy_options::overwrite_existing);
             std::filesystem::resize_file(cut, length);
 
-            const auto times = listIn(cut);
+            const auto frames = framesIn(cut);
 
-            QVERIFY(!times || times->size() <= 30);
+            QVERIFY(!frames || frames->times.size() <= 30);
         }
         const auto other = CodedClip::h264(u"short.mts"_s, 30).at(25, 1).file();
-        QVERIFY(!listIn(other));
+        QVERIFY(!framesIn(other));
     }
 };
 

@@ -5,6 +5,7 @@
 #include "platform/media/PosterFrame.h"
 #include "platform/media/VideoFrames.h"
 #include "platform/media/VideoPlayers.h"
+#include "tests/support/ClipBytes.h"
 #include "tests/support/CodedClips.h"
 #include "tests/support/OpenFiles.h"
 #include "tests/support/WaitUntil.h"
@@ -212,6 +213,47 @@ private Q_SLOTS:
         QVERIFY(player.currentTime() - paused < Seconds(0.1));
     }
 
+    void aClipThatIsCutEndsWhereItsFramesDo()
+    {
+        const QTemporaryDir folder;
+        const auto path = std::filesystem::path(folder.path().toStdString()) / "cut.mp4";
+        auto clip = CodedClip::h264(u"index-first.mp4"_s, 100).at(25, 1);
+        clip.coding +=
+            {u"-g"_s, u"12"_s, u"-keyint_min"_s, u"12"_s, u"-movflags"_s, u"faststart"_s};
+        const ClipBytes bytes(clip.file());
+        bytes.writeFirst(bytes.size() * 2 / 3, path);
+        Watched watched(m_players, path);
+        auto &player = watched.player;
+        QVERIFY(waitUntil([&] { return watched.shown(clip) == 0; }));
+
+        player.seek(Seconds(1));
+        player.play();
+        QVERIFY(waitUntil([&] { return player.rate() == 0; }));
+
+        QCOMPARE(player.duration(), Seconds(4));
+        const double end = player.currentTime().count();
+        QVERIFY2(end > 1.2 && end < 3.5, qPrintable(QString::number(end)));
+        const int last = watched.shown(clip);
+        QVERIFY(std::abs(last - clip.frameAt(end - 0.001)) <= 1); // the one that is cut may be seen
+
+        player.seek(Seconds(end - 0.5)); // another frame
+        QVERIFY(waitUntil([&] { return !player.isSeeking(); }));
+        QVERIFY(waitUntil([&] { return watched.shown(clip) == clip.frameAt(end - 0.5); }));
+        QCOMPARE(player.currentTime().count(), end - 0.5);
+
+        for (const double missing : {3.8, 4.0, 9.0}) { // goes as far as there are frames
+            player.seek(Seconds(missing));
+            QVERIFY(waitUntil(
+                [&] { return !player.isSeeking() && player.currentTime().count() <= end; }));
+            QVERIFY(waitUntil([&] { return std::abs(watched.shown(clip) - last) <= 1; }));
+            QCOMPARE(player.currentTime().count(), end);
+        }
+        player.play(); // from the beginning
+        QVERIFY(player.currentTime() < Seconds(0.1));
+        QVERIFY(waitUntil([&] { return !player.isSeeking() && watched.shown(clip) < last; }));
+        QCOMPARE(player.rate(), 1.0);
+    }
+
     void whatCannotBePlayedStaysStoppedWithoutAWord_data()
     {
         QTest::addColumn<QByteArray>("content");
@@ -248,7 +290,9 @@ private Q_SLOTS:
     void aFileThatIsNotThereOrNoneStaysStopped()
     {
         const QTemporaryDir folder;
-        for (const auto *path : {"/nowhere/clip.mov", qPrintable(folder.path()), "/dev/zero"}) {
+        const auto inFolder = folder.path().toStdString();
+        for (const std::string &path :
+             {std::string("/nowhere/clip.mov"), inFolder, std::string("/dev/zero")}) {
             Watched watched(m_players, path);
             watched.player.play();
             QVERIFY(waitUntil([&] { return watched.player.hasFailed(); }));
