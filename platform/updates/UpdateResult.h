@@ -27,6 +27,7 @@ struct UpdateResult {
     QString notes = {};        ///< plain text
     QUrl page = {};            ///< only where the feed itself was signed
     QString fileName = {};     ///< that the download should have; no path
-    /// The verified download, a file that goes with the last copy; nothing when there is none.
+    /// The verified download, a file that only this process sees and that goes with the last copy;
+    /// nothing when there is none.
     std::shared_ptr<const std::filesystem::path> download = {};
 };

@@ -6,6 +6,7 @@
 #include <QCoroFuture>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QPointer>
 #include <QSysInfo>
 #include <QTemporaryFile>
@@ -100,6 +101,15 @@ void Updater::takeFeed(Outcome outcome)
     }
 }
 
+/// Makes @p folder for this user alone; what is there already stays as it is.
+static void make(const QString &folder)
+{
+    const QFileInfo info(folder);
+    QDir().mkpath(info.path());
+    QDir(info.path())
+        .mkdir(info.fileName(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 void Updater::fetch()
 {
     auto limits = m_options.download;
@@ -109,9 +119,10 @@ void Updater::fetch()
     }
     limits.size = m_item.length;
     const auto folder = QFile::decodeName(QByteArray::fromStdString(m_options.folder.native()));
-    QDir().mkpath(folder);
+    make(folder);
     m_file = std::make_shared<QTemporaryFile>(folder + u"/download-XXXXXX"_s);
-    if (!m_file->open()) { // made for this user alone
+    // Without a name from now on, so that nothing is left behind however the program ends.
+    if (!m_file->open() || !QFile::remove(m_file->fileName())) {
         finish({.kind = Kind::NotKept});
         return;
     }
@@ -132,6 +143,12 @@ void Updater::takeDownload(Outcome outcome)
     }
 }
 
+/// By which this program opens a file that has no name any more (proc(5)).
+static QString nameOf(const QTemporaryFile &file)
+{
+    return u"/proc/self/fd/%1"_s.arg(file.handle());
+}
+
 static bool isSigned(const QString &name, const PublicKey &key, const QByteArray &signature)
 {
     QFile file(name);
@@ -147,7 +164,7 @@ QCoro::Task<> Updater::judge(std::shared_ptr<QTemporaryFile> file, AppcastItem i
 {
     const QPointer self(this);
     const auto search = m_search;
-    const auto work = [name = file->fileName(), key = m_feed.key, signature = item.signature] {
+    const auto work = [name = nameOf(*file), key = m_feed.key, signature = item.signature] {
         return isSigned(name, key, signature);
     };
     const bool isGood = co_await QtConcurrent::run(&m_pool, work);
@@ -157,15 +174,20 @@ QCoro::Task<> Updater::judge(std::shared_ptr<QTemporaryFile> file, AppcastItem i
     finish(isGood ? offer() : UpdateResult{.kind = Kind::NotVerified});
 }
 
+/// In bytes. File systems have room for 255, and a number may be added.
+constexpr qsizetype longestName = 200;
+
 /// A name of one file, that is seen and hides nothing.
 static QString fileNameOf(const AppcastItem &item)
 {
     QString name = item.download.fileName(QUrl::FullyDecoded);
+    // Halves of pairs are not printed either.
     name.removeIf([](QChar character) { return !character.isPrint() || character == u'/'; });
-    while (name.startsWith(u'.')) {
+    name = name.right(longestName);
+    while (name.startsWith(u'.') || name.toUtf8().size() > longestName) {
         name.remove(0, 1);
     }
-    return name.isEmpty() ? u"Kestle"_s : name.right(100);
+    return name.isEmpty() ? u"Kestle"_s : name;
 }
 
 UpdateResult Updater::offer() const
@@ -177,7 +199,7 @@ UpdateResult Updater::offer() const
                         .page = m_trust == SignedFeed::Trust::Signed ? m_item.page : QUrl()};
     if (m_file) {
         result.fileName = fileNameOf(m_item);
-        const auto name = QFile::encodeName(m_file->fileName()).toStdString();
+        const auto name = nameOf(*m_file).toStdString();
         // The file goes with the last copy of its name.
         result.download = {new std::filesystem::path(name),
                            [file = m_file](const std::filesystem::path *path) { delete path; }};

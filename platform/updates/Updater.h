@@ -31,7 +31,7 @@ public:
         /// The size is the feed's word, but never more than this.
         BoundedDownload::Limits download = {.size = qint64(1024) * 1024 * 1024,
                                             .duration = std::chrono::hours(1)};
-        /// Where downloads lie; made when it is needed, for this user alone.
+        /// Where downloads lie, without a name; made when it is needed, for this user alone.
         std::filesystem::path folder;
     };
 

@@ -41,7 +41,7 @@ private Q_SLOTS:
         m_signer = std::make_unique<Signer>();
         m_mustBeSigned = false;
         m_options = {};
-        m_options.folder = m_folder->filePath(u"downloads"_s).toStdString();
+        m_options.folder = downloads().toStdString();
     }
 
     void cleanup()
@@ -49,7 +49,7 @@ private Q_SLOTS:
         m_result = {};
         m_updater.reset();
         // What was fetched goes with the last who knows of it.
-        QVERIFY(QDir(m_folder->filePath(u"downloads"_s)).isEmpty(QDir::Files | QDir::Hidden));
+        QVERIFY(QDir(downloads()).isEmpty(QDir::Files | QDir::Hidden));
     }
 
     void aNewerVersionIsOffered()
@@ -67,6 +67,44 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), m_bytes);
         QCOMPARE(file.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    }
+
+    void aDownloadLeavesNothingBehindHoweverTheProgramEnds_data()
+    {
+        QTest::addColumn<bool>("isHeldBack");
+        QTest::newRow("while it is fetched") << true;
+        QTest::newRow("while it is offered") << false;
+    }
+
+    void aDownloadLeavesNothingBehindHoweverTheProgramEnds()
+    {
+        QFETCH(const bool, isHeldBack);
+        offer({.version = "2.0"});
+        m_server->answers[u"/Kestle-2.0.tar.xz"_s].isHeldBack = isHeldBack;
+        begin(m_server->url(u"/feed.xml"_s));
+        connect(m_updater.get(), &UpdateSearch::finished, this,
+                [this](const UpdateResult &result) { m_result = result; });
+
+        m_updater->start();
+
+        if (isHeldBack) {
+            QTRY_VERIFY(m_server->asked().contains(u"/Kestle-2.0.tar.xz"_s));
+        } else {
+            QTRY_VERIFY(m_result.download);
+        }
+        QVERIFY(QFileInfo::exists(downloads()));
+        QVERIFY(QDir(downloads()).isEmpty(QDir::Files | QDir::Hidden));
+    }
+
+    void onlyTheUserSeesWhereDownloadsLie()
+    {
+        offer({.version = "2.0"});
+
+        QCOMPARE(search().kind, Kind::NewVersion);
+
+        constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+        QCOMPARE(QFile::permissions(downloads()) & others, QFile::Permissions());
     }
 
     void anEqualOrOlderVersionIsNot_data()
@@ -362,6 +400,13 @@ private Q_SLOTS:
         QTest::newRow("hidden") << u"/.profile"_s << u"profile"_s;
         QTest::newRow("a line break") << u"/a%0ab"_s << u"ab"_s;
         QTest::newRow("none") << u"/"_s << u"Kestle"_s;
+        QTest::newRow("only dots") << u"/..."_s << u"Kestle"_s;
+        QTest::newRow("a dot where it is cut off")
+            << u"/begin%1.x%2"_s.arg(QString(20, u'.'), QString(198, u'a'))
+            << u"x"_s + QString(198, u'a');
+        QTest::newRow("longer in bytes than in letters")
+            << u"/"_s + u"%E2%82%AC"_s.repeated(100) << QString(66, u'€');
+        QTest::newRow("pairs") << u"/a%F0%9F%93%B7b"_s << u"ab"_s;
     }
 
     void namesOfDownloadsAreHarmless()
@@ -387,6 +432,8 @@ private:
         configuration.setCaCertificates(certificates);
         QSslConfiguration::setDefaultConfiguration(configuration);
     }
+
+    [[nodiscard]] QString downloads() const { return m_folder->filePath(u"cache/updates"_s); }
 
     /// @p version with a download that is what its signature says.
     FeedText::Version verified(FeedText::Version version)
