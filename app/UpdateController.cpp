@@ -135,7 +135,10 @@ UpdateController::View UpdateController::viewOf(const UpdateResult &result) cons
         break;
     case Kind::NewVersion:
         view.headline = tr("There is a newer version, %1").arg(result.shownVersion);
-        view.detail = tr("You have %1. The newer version was signed by Kestle's makers.")
+        view.detail = (result.isFeedSigned
+                           ? tr("You have %1. The newer version was signed by Kestle's makers.")
+                           : tr("You have %1. The download was signed by Kestle's makers; of which "
+                                "version it is, only the server says."))
                           .arg(m_services.version);
         break;
     case Kind::NotReached:

@@ -93,8 +93,9 @@ static AppcastItem readItem(QXmlStreamReader &xml, const QUrl &base)
     while (xml.readNextStartElement()) {
         readDetail(xml, base, item);
     }
+    item.shownVersion = plainLine(item.shownVersion);
     if (item.shownVersion.isEmpty()) {
-        item.shownVersion = item.version;
+        item.shownVersion = plainLine(item.version);
     }
     return item;
 }
@@ -129,7 +130,8 @@ static bool isReadable(const AppcastItem &item)
 {
     constexpr qsizetype longest = 100;
     return !item.version.isEmpty() && item.version.size() <= longest &&
-           item.shownVersion.size() <= longest && item.minimumSystemVersion.size() <= longest &&
+           !item.shownVersion.isEmpty() && item.shownVersion.size() <= longest &&
+           item.minimumSystemVersion.size() <= longest &&
            item.maximumSystemVersion.size() <= longest;
 }
 

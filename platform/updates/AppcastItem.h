@@ -9,9 +9,10 @@
 
 /// One version that a feed tells of, as far as it matters here.
 struct AppcastItem {
-    QString version;      ///< what versions are compared by (sparkle:version)
-    QString shownVersion; ///< what people call it (sparkle:shortVersionString), else the version
-    QString channel;      ///< other than the usual one, else empty
+    QString version; ///< what versions are compared by (sparkle:version)
+    /// What people call it (sparkle:shortVersionString), else the version; one line of plain text.
+    QString shownVersion;
+    QString channel; ///< other than the usual one, else empty
     QString minimumSystemVersion;
     QString maximumSystemVersion;
     QString notes; ///< plain text

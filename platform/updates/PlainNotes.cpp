@@ -103,13 +103,24 @@ static QString withoutMarkup(QStringView html)
 }
 
 /// Nothing that could hide or turn around other text.
-static bool isShown(QChar character)
+static bool isShown(char32_t character)
 {
-    const auto category = character.category();
+    const auto category = QChar::category(character);
     return character == u'\n' ||
            (category != QChar::Other_Control && category != QChar::Other_Format &&
             category != QChar::Other_PrivateUse && category != QChar::Separator_Line &&
             category != QChar::Separator_Paragraph);
+}
+
+static QString shownOf(const QString &text)
+{
+    QString shown;
+    for (const auto character : text.toUcs4()) {
+        if (isShown(character)) {
+            shown += QChar::fromUcs4(character);
+        }
+    }
+    return shown;
 }
 
 /// Lines trimmed, never more than one empty line, none at the ends.
@@ -129,7 +140,15 @@ QString plainNotes(const QString &notes, NotesFormat format)
 {
     QString text = format == NotesFormat::Html ? withoutMarkup(notes) : notes;
     text.replace(u'\t', u' ');
-    text.removeIf([](QChar character) { return !isShown(character); });
-    text = tidied(text);
-    return text.size() > longestNotes ? text.first(longestNotes) + u'…' : text;
+    text = tidied(shownOf(text));
+    if (text.size() <= longestNotes) {
+        return text;
+    }
+    const bool cutsAPair = text[longestNotes - 1].isHighSurrogate();
+    return text.first(cutsAPair ? longestNotes - 1 : longestNotes) + u'…';
+}
+
+QString plainLine(const QString &text)
+{
+    return plainNotes(text, NotesFormat::Plain).simplified();
 }

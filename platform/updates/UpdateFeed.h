@@ -16,5 +16,5 @@ struct UpdateFeed {
 
     QUrl address; ///< https
     PublicKey key;
-    bool mustBeSigned = false; ///< the feed itself, not only the downloads
+    bool mustBeSigned = true; ///< the feed itself, not only the downloads
 };

@@ -23,10 +23,12 @@ struct UpdateResult {
 
     Kind kind = Kind::UpToDate;
     QString version = {};      ///< what versions are known by
-    QString shownVersion = {}; ///< what people call it
-    QString notes = {};        ///< plain text
-    QUrl page = {};            ///< only where the feed itself was signed
-    QString fileName = {};     ///< that the download should have; no path
+    QString shownVersion = {}; ///< what people call it, in one line of plain text
+    /// Else only the download was, and of which version it is, is the server's word.
+    bool isFeedSigned = false;
+    QString notes = {};    ///< plain text; only where the feed itself was signed
+    QUrl page = {};        ///< only where the feed itself was signed
+    QString fileName = {}; ///< that the download should have; no path
     /// The verified download, a file that only this process sees and that goes with the last copy;
     /// nothing when there is none.
     std::shared_ptr<const std::filesystem::path> download = {};

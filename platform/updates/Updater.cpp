@@ -3,6 +3,8 @@
 
 #include "platform/updates/Updater.h"
 
+#include "platform/updates/PlainNotes.h"
+
 #include <QCoroFuture>
 #include <QDir>
 #include <QFile>
@@ -192,11 +194,15 @@ static QString fileNameOf(const AppcastItem &item)
 
 UpdateResult Updater::offer() const
 {
-    UpdateResult result{.kind = Kind::NewVersion,
-                        .version = m_item.version,
-                        .shownVersion = m_item.shownVersion,
-                        .notes = m_item.notes,
-                        .page = m_trust == SignedFeed::Trust::Signed ? m_item.page : QUrl()};
+    UpdateResult result{.kind = Kind::NewVersion, .version = m_item.version};
+    result.isFeedSigned = m_trust == SignedFeed::Trust::Signed;
+    if (result.isFeedSigned) {
+        result.shownVersion = m_item.shownVersion;
+        result.notes = m_item.notes;
+        result.page = m_item.page;
+    } else {
+        result.shownVersion = plainLine(m_item.version);
+    }
     if (m_file) {
         result.fileName = fileNameOf(m_item);
         const auto name = nameOf(*m_file).toStdString();

@@ -17,11 +17,11 @@
 
 class QTemporaryFile;
 
-/// Asks a feed for a newer version, and believes nothing that is not signed by the feed's key. What
-/// the key signs is the download's bytes (sparkle:edSignature), and the feed's too where its maker
-/// signs it; so a version is told of only when its download was fetched and is what was signed, and
-/// a page only when the feed was signed. Replaces nothing. Main thread only; files are judged on a
-/// thread of their own.
+/// Asks a feed for a newer version, and tells of one only when its download was fetched and is what
+/// the feed's key signed (sparkle:edSignature). Of which version a download is, its signature does
+/// not say: for that the feed must be signed too. Where a build does not insist on that, only the
+/// version's number is taken from a feed that is not signed. Replaces nothing. Main thread only;
+/// files are judged on a thread of their own.
 class Updater final : public UpdateSearch {
     Q_OBJECT
 

@@ -249,6 +249,30 @@ private Q_SLOTS:
         QVERIFY(!m_controller->hasDownload() && !m_controller->hasPage());
     }
 
+    void itIsToldWhatWasSigned_data()
+    {
+        QTest::addColumn<bool>("isFeedSigned");
+        QTest::addColumn<QString>("detail");
+        QTest::newRow("the version")
+            << true << u"You have 1.0. The newer version was signed by Kestle's makers."_s;
+        QTest::newRow("the download alone")
+            << false
+            << u"You have 1.0. The download was signed by Kestle's makers; of which version it is, only the server says."_s;
+    }
+
+    void itIsToldWhatWasSigned()
+    {
+        QFETCH(const bool, isFeedSigned);
+        QFETCH(const QString, detail);
+        m_controller->checkForUpdates();
+        auto result = newVersion();
+        result.isFeedSigned = isFeedSigned;
+
+        m_search->end(result);
+
+        QCOMPARE(m_controller->detail(), detail);
+    }
+
     void askingTwiceSearchesOnce()
     {
         m_controller->checkForUpdates();
@@ -386,6 +410,7 @@ private:
         return {.kind = Kind::NewVersion,
                 .version = u"2.0"_s,
                 .shownVersion = u"Two"_s,
+                .isFeedSigned = true,
                 .notes = u"Faster"_s,
                 .fileName = u"Kestle-2.0.tar.xz"_s,
                 .download = std::make_shared<const std::filesystem::path>(file)};

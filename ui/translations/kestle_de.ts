@@ -853,6 +853,10 @@
         <source>No software centre could be opened. Your package manager brings newer versions.</source>
         <translation>Es ließ sich keine Softwareverwaltung öffnen. Ihre Paketverwaltung bringt neuere Versionen.</translation>
     </message>
+    <message>
+        <source>You have %1. The download was signed by Kestle&apos;s makers; of which version it is, only the server says.</source>
+        <translation>Sie haben %1. Der Download ist von den Entwicklern von Kestle signiert; welche Version er enthält, sagt nur der Server.</translation>
+    </message>
 </context>
 <context>
     <name>UpdateWindow</name>

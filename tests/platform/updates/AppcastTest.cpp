@@ -57,6 +57,29 @@ private Q_SLOTS:
                  QUrl(u"https://kestle.test/feed/files/a.tar.xz"_s));
     }
 
+    void theShownVersionHidesAndBreaksNothing()
+    {
+        const auto feed = read(FeedText::of({.version = "2.0",
+                                             .shownVersion = "Two\n\xE2\x80\xAE"
+                                                             "99"}) +
+                               FeedText::of({.version = "3\xE2\x80\x8B"}));
+
+        QVERIFY(feed);
+        QCOMPARE(feed->items().first().shownVersion, u"Two 99"_s);
+        QCOMPARE(feed->items().last().shownVersion, u"3"_s);
+    }
+
+    void aVersionThatIsNotSeenIsNone()
+    {
+        const auto feed = read(FeedText::of({.version = "\xE2\x80\x8B",
+                                             .download = "https://x.test/a",
+                                             .length = 1,
+                                             .signature = "s"}));
+
+        QVERIFY(feed);
+        QVERIFY(!feed->newestFor({.version = u"1.0"_s, .systemVersion = u"6.1"_s}, true));
+    }
+
     void addressesThatAreNotSafeAreNone_data()
     {
         QTest::addColumn<QByteArray>("address");

@@ -36,6 +36,8 @@ private Q_SLOTS:
         QTest::newRow("a script without an end") << u"a<script>b"_s << u"a"_s;
         QTest::newRow("text that hides or turns") << u"a\u202Eb\u200Bc\u0007d"_s << u"abcd"_s;
         QTest::newRow("the same by number") << u"a&#x202E;b"_s << u"ab"_s;
+        QTest::newRow("the same beyond the first plane") << u"a\U000E0041b&#xE0042;"_s << u"ab"_s;
+        QTest::newRow("signs beyond the first plane") << u"a📷b"_s << u"a📷b"_s;
         QTest::newRow("nothing") << QString() << QString();
     }
 
@@ -57,6 +59,19 @@ private Q_SLOTS:
     {
         QCOMPARE(plainNotes(QString(100'000, u'a'), NotesFormat::Plain).size(), 20'001);
         QCOMPARE(plainNotes(QString(100'000, u'a'), NotesFormat::Html).size(), 20'001);
+    }
+
+    void noPairIsCutInTwo()
+    {
+        const auto text = plainNotes(u'a' + u"📷"_s.repeated(20'000), NotesFormat::Plain);
+
+        QVERIFY(text.isValidUtf16());
+        QVERIFY(text.endsWith(u"📷…"_s));
+    }
+
+    void aLineHidesAndBreaksNothing()
+    {
+        QCOMPARE(plainLine(u" Two\n\u202E99\t\u2066b "_s), u"Two 99 b"_s);
     }
 
     void hostileNotesTakeNoTime_data()

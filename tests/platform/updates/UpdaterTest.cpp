@@ -39,7 +39,7 @@ private Q_SLOTS:
         m_folder = std::make_unique<QTemporaryDir>();
         m_stranger = std::make_unique<Signer>();
         m_signer = std::make_unique<Signer>();
-        m_mustBeSigned = false;
+        m_mustBeSigned = true;
         m_options = {};
         m_options.folder = downloads().toStdString();
     }
@@ -153,7 +153,7 @@ private Q_SLOTS:
         } else {
             version.signature = "none";
         }
-        serve(FeedText::feed(FeedText::of(version)));
+        serveSigned(FeedText::feed(FeedText::of(version)));
 
         QCOMPARE(search().kind, Kind::NotVerified);
 
@@ -161,47 +161,57 @@ private Q_SLOTS:
         QVERIFY(m_result.version.isEmpty());
     }
 
-    void aBuildMayInsistOnASignedFeed()
+    void anOldDownloadIsNotSoldAsANewVersion()
     {
-        // The download alone does not say of which version it is.
-        m_mustBeSigned = true;
-        offer({.version = "2.0"});
+        // Its signature is genuine; of which version it is, only the feed says.
+        serve(FeedText::feed(FeedText::of(verified({.version = "99"}))));
 
         QCOMPARE(search().kind, Kind::NotVerified);
+
+        QVERIFY(!m_result.download);
         QCOMPARE(m_server->asked(), QStringList{u"/feed.xml"_s});
     }
 
     void aSignedFeedMayOfferItsPage()
     {
-        m_mustBeSigned = true;
-        auto version = verified({.version = "2.0", .more = "<link>https://kestle.test/2</link>"});
-        serve(m_signer->signedFeed(FeedText::feed(FeedText::of(version))));
+        offer({.version = "2.0", .more = "<link>https://kestle.test/2</link>"});
 
         QCOMPARE(search().kind, Kind::NewVersion);
 
         QCOMPARE(m_result.page, QUrl(u"https://kestle.test/2"_s));
+        QVERIFY(m_result.isFeedSigned);
         QVERIFY(m_result.download);
     }
 
     void aPageAloneIsOfferedOnlyByASignedFeed()
     {
+        m_mustBeSigned = false;
         const auto feed = FeedText::feed(
             FeedText::of({.version = "2.0", .more = "<link>https://kestle.test/2</link>"}));
         serve(feed);
         QCOMPARE(search().kind, Kind::UpToDate);
 
-        serve(m_signer->signedFeed(feed));
+        serveSigned(feed);
         QCOMPARE(search().kind, Kind::NewVersion);
         QVERIFY(!m_result.download);
     }
 
-    void thePageOfAFeedThatIsNotSignedIsLeftOut()
+    void ofAFeedThatIsNotSignedOnlyTheNumberIsTaken()
     {
-        offer({.version = "2.0", .more = "<link>https://somewhere.test/</link>"});
+        m_mustBeSigned = false;
+        serve(FeedText::feed(
+            FeedText::of(verified({.version = "2.0",
+                                   .shownVersion = "The best",
+                                   .notes = "Send us your password",
+                                   .more = "<link>https://somewhere.test/</link>"}))));
 
         QCOMPARE(search().kind, Kind::NewVersion);
 
+        QVERIFY(!m_result.isFeedSigned);
+        QCOMPARE(m_result.shownVersion, u"2.0"_s);
+        QVERIFY(m_result.notes.isEmpty());
         QVERIFY(m_result.page.isEmpty());
+        QVERIFY(m_result.download);
     }
 
     void aForgedFeedSaysNothing()
@@ -225,7 +235,7 @@ private Q_SLOTS:
     void aFeedThatIsNoneIsTold()
     {
         QFETCH(const QByteArray, bytes);
-        serve(bytes);
+        serveSigned(bytes);
         QCOMPARE(search().kind, Kind::NotAFeed);
     }
 
@@ -243,7 +253,7 @@ private Q_SLOTS:
         auto version = verified({.version = "2.0"});
         m_server->answers[u"/Kestle-2.0.tar.xz"_s] = {.body = QByteArray(64 * 1024, ' '),
                                                       .isEndless = true};
-        serve(FeedText::feed(FeedText::of(version)));
+        serveSigned(FeedText::feed(FeedText::of(version)));
 
         QCOMPARE(search().kind, Kind::NotVerified);
     }
@@ -252,7 +262,7 @@ private Q_SLOTS:
     {
         auto version = verified({.version = "2.0"});
         version.length = qint64(1) << 50;
-        serve(FeedText::feed(FeedText::of(version)));
+        serveSigned(FeedText::feed(FeedText::of(version)));
 
         QCOMPARE(search().kind, Kind::NotVerified);
 
@@ -381,8 +391,7 @@ private Q_SLOTS:
 
     void theRequestTellsNothingOfTheUser()
     {
-        serve(FeedText::feed({}));
-        m_server->answers[u"/feed.xml"_s].body = FeedText::feed({});
+        serveSigned(FeedText::feed({}));
         QCOMPARE(search().kind, Kind::UpToDate);
 
         const auto head = m_server->lastHead().toLower();
@@ -416,7 +425,7 @@ private Q_SLOTS:
         auto version = verified({.version = "2.0"});
         version.download = m_server->url(path).toEncoded();
         m_server->answers[m_server->url(path).path(QUrl::FullyEncoded)] = {.body = m_bytes};
-        serve(FeedText::feed(FeedText::of(version)));
+        serveSigned(FeedText::feed(FeedText::of(version)));
 
         QCOMPARE(search().kind, Kind::NewVersion);
 
@@ -424,6 +433,11 @@ private Q_SLOTS:
     }
 
     void theUsualBuildHasNoFeed() { QVERIFY(!UpdateFeed::builtIn()); }
+
+    void aFeedMustBeSignedUnlessTheBuildIsToldOtherwise()
+    {
+        QVERIFY(UpdateFeed({.address = {}, .key = {}}).mustBeSigned);
+    }
 
 private:
     static void trust(const QList<QSslCertificate> &certificates)
@@ -452,9 +466,11 @@ private:
         m_server->answers[u"/feed.xml"_s] = {.body = feed};
     }
 
+    void serveSigned(const QByteArray &feed) { serve(m_signer->signedFeed(feed)); }
+
     void offer(const FeedText::Version &version)
     {
-        serve(FeedText::feed(FeedText::of(verified(version))));
+        serveSigned(FeedText::feed(FeedText::of(verified(version))));
     }
 
     void begin(const QUrl &address)
@@ -485,7 +501,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<Signer> m_signer;
     std::unique_ptr<Signer> m_stranger;
-    bool m_mustBeSigned = false;
+    bool m_mustBeSigned = true;
     Updater::Options m_options;
     std::unique_ptr<Updater> m_updater;
     UpdateResult m_result;
