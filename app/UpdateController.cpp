@@ -22,6 +22,9 @@ using Kind = UpdateResult::Kind;
 constexpr auto firstLook = 10s;
 constexpr auto nextLook = 10min;
 
+/// Cards come one after the other, and each search may fetch everything anew.
+constexpr qint64 secondsAfterBreakingOff = 60 * 60;
+
 UpdateController::UpdateController(UserDefaults &defaults, Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
@@ -57,6 +60,7 @@ UpdateSearch &UpdateController::search()
 {
     if (!m_search) {
         m_search = m_services.makeSearch();
+        connect(m_search.get(), &UpdateSearch::progressed, this, &UpdateController::takeProgress);
         connect(m_search.get(), &UpdateSearch::finished, this, &UpdateController::take);
     }
     return *m_search;
@@ -64,18 +68,24 @@ UpdateSearch &UpdateController::search()
 
 void UpdateController::searchIfDue()
 {
-    if (!m_services.makeSearch || isShown() || m_asker != Asker::Nobody || isUserAtWork() ||
-        !m_schedule.isDue(m_services.now())) {
+    if (!m_services.makeSearch || isShown() || m_asker != Asker::Nobody || isUserAtWork()) {
+        return;
+    }
+    const auto now = m_services.now();
+    const auto rest = m_brokenOff.isValid() ? m_brokenOff.secsTo(now) : -1;
+    const bool mayRest = rest >= 0 && rest < secondsAfterBreakingOff;
+    if (mayRest || !m_schedule.isDue(now)) {
         return;
     }
     m_asker = Asker::Schedule;
-    search().start(m_schedule.toldVersion());
+    search().start(m_schedule.knownVersions(now));
 }
 
 void UpdateController::followPhase()
 {
     if (m_asker == Asker::Schedule && isUserAtWork()) {
         m_asker = Asker::Nobody;
+        m_brokenOff = m_services.now();
         m_search->stop();
     }
 }
@@ -110,10 +120,29 @@ void UpdateController::dismiss()
     show({});
 }
 
+void UpdateController::takeProgress(qint64 fetched, qint64 whole)
+{
+    const auto percent = whole > 0 ? 100 * fetched / whole : 0;
+    const auto before = m_view.toFetch > 0 ? 100 * m_view.fetched / m_view.toFetch : -1;
+    if (m_asker != Asker::User || percent == before) {
+        return;
+    }
+    auto view = m_view;
+    view.fetched = fetched;
+    view.toFetch = whole;
+    view.detail = tr("%1 % of the newer version is here to be checked.").arg(percent);
+    show(view);
+}
+
 void UpdateController::take(const UpdateResult &result)
 {
     const auto asker = std::exchange(m_asker, Asker::Nobody);
-    m_schedule.noteSearch(m_services.now());
+    const auto now = m_services.now();
+    m_schedule.noteSearch(now);
+    const bool isAtFault = result.kind == Kind::NotVerified || result.kind == Kind::NotKept;
+    if (isAtFault && !result.version.isEmpty()) {
+        m_schedule.noteFailed(result.version, now);
+    }
     if (asker == Asker::Schedule && result.kind != Kind::NewVersion) {
         return;
     }

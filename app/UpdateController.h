@@ -28,6 +28,8 @@ class UpdateController : public QObject {
     Q_PROPERTY(bool searching READ isSearching NOTIFY changed)
     Q_PROPERTY(QString headline READ headline NOTIFY changed)
     Q_PROPERTY(QString detail READ detail NOTIFY changed)
+    Q_PROPERTY(qint64 fetched READ fetched NOTIFY changed)
+    Q_PROPERTY(qint64 toFetch READ toFetch NOTIFY changed)
     Q_PROPERTY(QString notes READ notes NOTIFY changed)
     Q_PROPERTY(bool hasDownload READ hasDownload NOTIFY changed)
     Q_PROPERTY(bool hasPage READ hasPage NOTIFY changed)
@@ -69,6 +71,11 @@ public:
 
     [[nodiscard]] QString detail() const { return m_view.detail; }
 
+    /// How much of what has to be checked is there, in bytes; 0 of 0 when nothing is fetched.
+    [[nodiscard]] qint64 fetched() const { return m_view.fetched; }
+
+    [[nodiscard]] qint64 toFetch() const { return m_view.toFetch; }
+
     /// Plain text.
     [[nodiscard]] QString notes() const { return m_result.notes; }
 
@@ -82,7 +89,7 @@ public Q_SLOTS:
     /// Searches when it is time and the user is not at work.
     void searchIfDue();
     /// To be called when the phase changed: a search of our own is broken off when the user begins
-    /// to work, and does not count.
+    /// to work, does not count, and begins again when an hour has passed.
     void followPhase();
 
 Q_SIGNALS:
@@ -96,11 +103,14 @@ private:
         bool isSearching = false;
         QString headline = {};
         QString detail = {};
+        qint64 fetched = 0;
+        qint64 toFetch = 0;
         bool hasSoftwareCentre = false;
     };
 
     [[nodiscard]] bool isUserAtWork() const;
     [[nodiscard]] UpdateSearch &search();
+    void takeProgress(qint64 fetched, qint64 whole);
     void take(const UpdateResult &result);
     void show(const View &view);
     [[nodiscard]] View viewOf(const UpdateResult &result) const;
@@ -110,6 +120,7 @@ private:
     UpdateSchedule m_schedule;
     std::unique_ptr<UpdateSearch> m_search; ///< made for the first search
     Asker m_asker = Asker::Nobody;          ///< of the search that goes on
+    QDateTime m_brokenOff;                  ///< when a search of our own last was
     View m_view;
     UpdateResult m_result;
     QTimer m_timer;

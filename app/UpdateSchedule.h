@@ -4,7 +4,7 @@
 #pragma once
 
 #include <QDateTime>
-#include <QString>
+#include <QStringList>
 
 class UserDefaults;
 
@@ -23,9 +23,11 @@ public:
 
     void noteSearch(const QDateTime &now);
 
-    /// The version that the user was told of last; empty at first.
-    [[nodiscard]] QString toldVersion() const;
+    /// Versions that are not to be fetched unasked: the one that the user was told of last, and for
+    /// a week the one whose download failed last.
+    [[nodiscard]] QStringList knownVersions(const QDateTime &now) const;
     void noteTold(const QString &version);
+    void noteFailed(const QString &version, const QDateTime &now);
 
 private:
     UserDefaults &m_defaults;

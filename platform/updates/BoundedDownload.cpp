@@ -52,6 +52,7 @@ void BoundedDownload::start(const QUrl &address, const Limits &limits, QIODevice
         m_network = std::make_unique<QNetworkAccessManager>();
     }
     m_target = target;
+    m_size = limits.size;
     m_left = limits.size;
     m_reply = m_network->get(requestFor(address, limits));
     m_reply->setReadBufferSize(bytesWaiting);
@@ -86,8 +87,10 @@ void BoundedDownload::take()
             finish(Outcome::TooLarge);
         } else if (m_target->write(bytes) != bytes.size()) {
             finish(Outcome::NotKept);
+        } else {
+            m_left -= bytes.size();
+            Q_EMIT progressed(m_size - m_left);
         }
-        m_left -= bytes.size();
     }
 }
 

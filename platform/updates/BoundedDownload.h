@@ -45,6 +45,8 @@ public:
     void stop();
 
 Q_SIGNALS:
+    /// So many bytes were written until now.
+    void progressed(qint64 bytes);
     void finished(BoundedDownload::Outcome outcome);
 
 private:
@@ -54,6 +56,7 @@ private:
     std::unique_ptr<QNetworkAccessManager> m_network; ///< made when it is first needed
     QNetworkReply *m_reply = nullptr;
     QIODevice *m_target = nullptr;
-    qint64 m_left = 0; ///< bytes that may still come
+    qint64 m_size = 0; ///< bytes that may come
+    qint64 m_left = 0; ///< of them, still
     QTimer m_deadline;
 };

@@ -13,7 +13,7 @@
 struct UpdateResult {
     enum class Kind {
         UpToDate,
-        KnownAlready, ///< the newest version is the one that the asker named
+        KnownAlready, ///< the newest version is one that the asker named
         NewVersion,   ///< verified
         NotReached,   ///< the feed or the download
         NotAFeed,     ///< what came from the feed's address
@@ -22,7 +22,8 @@ struct UpdateResult {
     };
 
     Kind kind = Kind::UpToDate;
-    QString version = {};      ///< what versions are known by
+    /// What versions are known by; of a failure, the one whose download was at fault, if any.
+    QString version = {};
     QString shownVersion = {}; ///< what people call it, in one line of plain text
     /// Else only the download was, and of which version it is, is the server's word.
     bool isFeedSigned = false;

@@ -6,6 +6,7 @@
 #include "platform/updates/UpdateResult.h"
 
 #include <QObject>
+#include <QStringList>
 
 /// Finds out whether there is a newer version. Main thread only.
 class UpdateSearch : public QObject {
@@ -14,13 +15,15 @@ class UpdateSearch : public QObject {
 public:
     using QObject::QObject;
 
-    /// Begins a search, which ends with finished(), later. The version @p known, if it is the
-    /// newest, is not looked at again. One search at a time.
-    virtual void start(const QString &known = {}) = 0;
+    /// Begins a search, which ends with finished(), later. If the newest version is one of @p
+    /// known, it is not looked at again. One search at a time.
+    virtual void start(const QStringList &known = {}) = 0;
 
     /// Breaks the search off without a word.
     virtual void stop() = 0;
 
 Q_SIGNALS:
+    /// Of the download that has to be verified, in bytes.
+    void progressed(qint64 fetched, qint64 whole);
     void finished(const UpdateResult &result);
 };

@@ -26,6 +26,8 @@ Updater::Updater(UpdateFeed feed, Appcast::Host host, Options options, QObject *
 {
     connect(&m_feedDownload, &BoundedDownload::finished, this, &Updater::takeFeed);
     connect(&m_fileDownload, &BoundedDownload::finished, this, &Updater::takeDownload);
+    connect(&m_fileDownload, &BoundedDownload::progressed, this,
+            [this](qint64 bytes) { Q_EMIT progressed(bytes, m_item.length); });
 }
 
 Updater::~Updater()
@@ -39,7 +41,7 @@ Appcast::Host Updater::thisHost(const QString &version)
     return {.version = version, .systemVersion = QSysInfo::kernelVersion()};
 }
 
-void Updater::start(const QString &known)
+void Updater::start(const QStringList &known)
 {
     stop();
     m_known = known;
@@ -94,8 +96,8 @@ void Updater::takeFeed(Outcome outcome)
         return;
     }
     m_item = *newest;
-    if (m_item.version == m_known) {
-        finish({.kind = Kind::KnownAlready, .version = m_known});
+    if (m_known.contains(m_item.version)) {
+        finish({.kind = Kind::KnownAlready, .version = m_item.version});
     } else if (m_item.download.isEmpty()) {
         finish(offer());
     } else {
@@ -116,7 +118,7 @@ void Updater::fetch()
 {
     auto limits = m_options.download;
     if (m_item.length > limits.size) {
-        finish({.kind = Kind::NotVerified});
+        fail(Kind::NotVerified);
         return;
     }
     limits.size = m_item.length;
@@ -125,7 +127,7 @@ void Updater::fetch()
     m_file = std::make_shared<QTemporaryFile>(folder + u"/download-XXXXXX"_s);
     // Without a name from now on, so that nothing is left behind however the program ends.
     if (!m_file->open() || !QFile::remove(m_file->fileName())) {
-        finish({.kind = Kind::NotKept});
+        fail(Kind::NotKept);
         return;
     }
     m_fileDownload.start(m_item.download, limits, m_file.get());
@@ -135,11 +137,11 @@ void Updater::takeDownload(Outcome outcome)
 {
     if (outcome == Outcome::TooLarge ||
         (outcome == Outcome::Complete && m_file->size() != m_item.length)) {
-        finish({.kind = Kind::NotVerified});
+        fail(Kind::NotVerified);
     } else if (outcome != Outcome::Complete) {
-        finish({.kind = kindOf(outcome)});
+        fail(kindOf(outcome));
     } else if (!m_file->flush()) {
-        finish({.kind = Kind::NotKept});
+        fail(Kind::NotKept);
     } else {
         judge(m_file, m_item);
     }
@@ -173,7 +175,11 @@ QCoro::Task<> Updater::judge(std::shared_ptr<QTemporaryFile> file, AppcastItem i
     if (!self || search != m_search) {
         co_return;
     }
-    finish(isGood ? offer() : UpdateResult{.kind = Kind::NotVerified});
+    if (isGood) {
+        finish(offer());
+    } else {
+        fail(Kind::NotVerified);
+    }
 }
 
 /// In bytes. File systems have room for 255, and a number may be added.
@@ -211,6 +217,12 @@ UpdateResult Updater::offer() const
                            [file = m_file](const std::filesystem::path *path) { delete path; }};
     }
     return result;
+}
+
+/// The download is at fault.
+void Updater::fail(Kind kind)
+{
+    finish({.kind = kind, .version = m_item.version});
 }
 
 void Updater::finish(const UpdateResult &result)

@@ -28,8 +28,9 @@ class Updater final : public UpdateSearch {
 public:
     struct Options {
         BoundedDownload::Limits feed = {.size = 1024 * 1024};
-        /// The size is the feed's word, but never more than this.
-        BoundedDownload::Limits download = {.size = qint64(1024) * 1024 * 1024,
+        /// The size is the feed's word, but never more than this: several times what Kestle needs
+        /// with all its libraries.
+        BoundedDownload::Limits download = {.size = qint64(256) * 1024 * 1024,
                                             .duration = std::chrono::hours(1)};
         /// Where downloads lie, without a name; made when it is needed, for this user alone.
         std::filesystem::path folder;
@@ -41,7 +42,7 @@ public:
     /// This system, for the version that runs.
     [[nodiscard]] static Appcast::Host thisHost(const QString &version);
 
-    void start(const QString &known = {}) override;
+    void start(const QStringList &known = {}) override;
     void stop() override;
 
 private:
@@ -50,12 +51,13 @@ private:
     void takeDownload(BoundedDownload::Outcome outcome);
     QCoro::Task<> judge(std::shared_ptr<QTemporaryFile> file, AppcastItem item);
     [[nodiscard]] UpdateResult offer() const;
+    void fail(UpdateResult::Kind kind);
     void finish(const UpdateResult &result);
 
     UpdateFeed m_feed;
     Appcast::Host m_host;
     Options m_options;
-    QString m_known;
+    QStringList m_known;
     QBuffer m_feedBytes;
     SignedFeed::Trust m_trust = SignedFeed::Trust::Unsigned;
     AppcastItem m_item;

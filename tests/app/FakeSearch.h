@@ -10,14 +10,16 @@ class FakeSearch final : public UpdateSearch {
     Q_OBJECT
 
 public:
-    void start(const QString &known = {}) override
+    void start(const QStringList &known = {}) override
     {
         ++starts;
         isGoingOn = true;
-        knownVersion = known;
+        knownVersions = known;
     }
 
     void stop() override { isGoingOn = false; }
+
+    void progress(qint64 fetched, qint64 whole) { Q_EMIT progressed(fetched, whole); }
 
     void end(const UpdateResult &result)
     {
@@ -27,5 +29,5 @@ public:
 
     int starts = 0;
     bool isGoingOn = false;
-    QString knownVersion;
+    QStringList knownVersions;
 };

@@ -126,7 +126,7 @@ private Q_SLOTS:
     {
         letADayPass();
         m_controller->searchIfDue();
-        QCOMPARE(m_search->knownVersion, QString());
+        QCOMPARE(m_search->knownVersions, QStringList());
         m_search->end(newVersion());
         QVERIFY(m_controller->isShown());
         QCOMPARE(m_controller->headline(), u"There is a newer version, Two"_s);
@@ -139,7 +139,7 @@ private Q_SLOTS:
         m_now = m_now.addDays(2);
         m_controller->searchIfDue();
 
-        QCOMPARE(m_search->knownVersion, u"2.0"_s);
+        QCOMPARE(m_search->knownVersions, QStringList{u"2.0"_s});
     }
 
     void whoAsksIsToldAgain()
@@ -152,7 +152,7 @@ private Q_SLOTS:
         m_controller->checkForUpdates();
 
         QVERIFY(m_controller->isSearching());
-        QCOMPARE(m_search->knownVersion, QString());
+        QCOMPARE(m_search->knownVersions, QStringList());
         m_search->end(newVersion());
         QVERIFY(m_controller->isShown());
         QVERIFY(!m_controller->isSearching());
@@ -194,8 +194,90 @@ private Q_SLOTS:
 
         QVERIFY(!m_search->isGoingOn);
         enter(Phase::summary(1, 0, 0));
+        m_now = m_now.addSecs(hours(1));
         m_controller->searchIfDue(); // it did not count
         QVERIFY(m_search->isGoingOn);
+    }
+
+    void aSearchThatSteppedBackRestsForAnHour()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+        enter(Phase::scanning());
+        enter(Phase::waitingForCard());
+
+        m_now = m_now.addSecs(hours(1) - 1);
+        m_controller->searchIfDue();
+        QCOMPARE(m_search->starts, 1);
+
+        m_controller->checkForUpdates(); // who asks need not wait
+        QCOMPARE(m_search->starts, 2);
+    }
+
+    void aDownloadAtFaultIsNotFetchedAgainForAWeek_data()
+    {
+        QTest::addColumn<Kind>("kind");
+        QTest::newRow("not what was signed") << Kind::NotVerified;
+        QTest::newRow("no room for it") << Kind::NotKept;
+    }
+
+    void aDownloadAtFaultIsNotFetchedAgainForAWeek()
+    {
+        QFETCH(const Kind, kind);
+        letADayPass();
+        m_controller->searchIfDue();
+        m_search->end({.kind = kind, .version = u"2.0"_s});
+
+        restart();
+        m_now = m_now.addDays(6);
+        m_controller->searchIfDue();
+        QCOMPARE(m_search->knownVersions, QStringList{u"2.0"_s});
+        m_search->end({.kind = Kind::KnownAlready});
+
+        m_now = m_now.addDays(1);
+        m_controller->searchIfDue(); // it may have been mended
+        QCOMPARE(m_search->knownVersions, QStringList());
+    }
+
+    void aServerThatIsNotReachedIsAskedAgain()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+        m_search->end({.kind = Kind::NotReached, .version = u"2.0"_s});
+
+        m_now = m_now.addDays(1);
+        m_controller->searchIfDue();
+
+        QCOMPARE(m_search->knownVersions, QStringList());
+    }
+
+    void whoAsksSeesHowFarItIs()
+    {
+        m_controller->checkForUpdates();
+        QCOMPARE(m_controller->toFetch(), 0);
+        QSignalSpy changed(m_controller.get(), &UpdateController::changed);
+
+        m_search->progress(500'000, 2'000'000);
+        m_search->progress(500'001, 2'000'000); // nobody would see that
+
+        QCOMPARE(changed.count(), 1);
+        QVERIFY(m_controller->isSearching());
+        QCOMPARE(m_controller->fetched(), 500'000);
+        QCOMPARE(m_controller->toFetch(), 2'000'000);
+        QCOMPARE(m_controller->detail(), u"25 % of the newer version is here to be checked."_s);
+        m_search->end({.kind = Kind::UpToDate});
+        QCOMPARE(m_controller->toFetch(), 0);
+    }
+
+    void howFarASearchOfOurOwnIsStaysUnseen()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+        QSignalSpy changed(m_controller.get(), &UpdateController::changed);
+
+        m_search->progress(1, 2);
+
+        QCOMPARE(changed.count(), 0);
     }
 
     void whatTheUserAskedForGoesOnWhileHeWorks()

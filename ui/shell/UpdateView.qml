@@ -69,6 +69,15 @@ FocusScope {
             font.pixelSize: Look.body
         }
 
+        ProgressLine {
+            objectName: "updateProgress"
+            visible: root.updates.toFetch > 0
+            width: parent.width
+            name: root.updates.detail
+            done: Number(root.updates.fetched)
+            total: Number(root.updates.toFetch)
+        }
+
         Rectangle {
             visible: root.updates.notes !== ""
             width: parent.width

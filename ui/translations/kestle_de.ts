@@ -857,6 +857,10 @@
         <source>You have %1. The download was signed by Kestle&apos;s makers; of which version it is, only the server says.</source>
         <translation>Sie haben %1. Der Download ist von den Entwicklern von Kestle signiert; welche Version er enthält, sagt nur der Server.</translation>
     </message>
+    <message>
+        <source>%1 % of the newer version is here to be checked.</source>
+        <translation>%1 % der neueren Version sind da, um geprüft zu werden.</translation>
+    </message>
 </context>
 <context>
     <name>UpdateWindow</name>

@@ -158,7 +158,8 @@ private Q_SLOTS:
         QCOMPARE(search().kind, Kind::NotVerified);
 
         QVERIFY(!m_result.download);
-        QVERIFY(m_result.version.isEmpty());
+        QCOMPARE(m_result.version, u"2.0"_s); // so that it need not be fetched again
+        QVERIFY(m_result.shownVersion.isEmpty());
     }
 
     void anOldDownloadIsNotSoldAsANewVersion()
@@ -261,7 +262,7 @@ private Q_SLOTS:
     void aDownloadOfAbsurdSizeIsNotBegun()
     {
         auto version = verified({.version = "2.0"});
-        version.length = qint64(1) << 50;
+        version.length = qint64(257) * 1024 * 1024;
         serveSigned(FeedText::feed(FeedText::of(version)));
 
         QCOMPARE(search().kind, Kind::NotVerified);
@@ -366,9 +367,28 @@ private Q_SLOTS:
     {
         offer({.version = "2.0"});
 
-        QCOMPARE(search({}, u"2.0"_s).kind, Kind::KnownAlready);
+        QCOMPARE(search({}, {u"1.5"_s, u"2.0"_s}).kind, Kind::KnownAlready);
 
         QCOMPARE(m_server->asked(), QStringList{u"/feed.xml"_s});
+    }
+
+    void itIsToldHowMuchOfADownloadIsThere()
+    {
+        offer({.version = "2.0"});
+        begin(m_server->url(u"/feed.xml"_s));
+        QSignalSpy progressed(m_updater.get(), &UpdateSearch::progressed);
+        QSignalSpy finished(m_updater.get(), &UpdateSearch::finished);
+
+        m_updater->start();
+        QVERIFY(finished.wait());
+
+        qint64 last = 0;
+        for (const auto &told : progressed) {
+            QVERIFY(told.at(0).toLongLong() > last);
+            last = told.at(0).toLongLong();
+            QCOMPARE(told.at(1).toLongLong(), m_bytes.size());
+        }
+        QCOMPARE(last, m_bytes.size()); // the feed is no part of it
     }
 
     void aSearchThatWasStoppedSaysNothing()
@@ -383,7 +403,7 @@ private Q_SLOTS:
 
         m_updater->stop();
 
-        m_updater->start(u"2.0"_s);
+        m_updater->start({u"2.0"_s});
         QVERIFY(finished.wait());
         QCOMPARE(finished.count(), 1);
         QCOMPARE(finished.first().first().value<UpdateResult>().kind, Kind::KnownAlready);
@@ -482,7 +502,7 @@ private:
             Appcast::Host{.version = u"1.0"_s, .systemVersion = u"6.1"_s}, m_options);
     }
 
-    const UpdateResult &search(const QUrl &address = {}, const QString &known = {})
+    const UpdateResult &search(const QUrl &address = {}, const QStringList &known = {})
     {
         begin(address.isEmpty() ? m_server->url(u"/feed.xml"_s) : address);
         QSignalSpy finished(m_updater.get(), &UpdateSearch::finished);
