@@ -222,7 +222,7 @@ static QString copyInto(const QString &folder, const QString &name, const QStrin
 
 void UpdateController::saveDownload()
 {
-    if (hasDownload()) {
+    if (canSave()) {
         save(m_result, m_services.downloadFolder());
     }
 }
@@ -230,15 +230,23 @@ void UpdateController::saveDownload()
 QCoro::Task<> UpdateController::save(UpdateResult result, QString folder)
 {
     const QPointer self(this);
+    m_isSaving = true;
+    Q_EMIT changed();
     const auto work = [folder, name = result.fileName, file = result.download] {
         QDir().mkpath(folder);
         return copyInto(folder, name, QFile::decodeName(QByteArray::fromStdString(file->native())));
     };
     const QString saved = co_await QtConcurrent::run(&m_pool, work);
-    if (!self || m_result.download != result.download) {
+    if (!self) {
+        co_return;
+    }
+    m_isSaving = false;
+    if (m_result.download != result.download) {
+        Q_EMIT changed(); // of another one, which may be saved now
         co_return;
     }
     auto view = m_view;
+    view.isSaved = !saved.isEmpty();
     view.detail = saved.isEmpty() ? tr("It could not be saved to %1.").arg(folder)
                                   : tr("Saved as %1 in %2.").arg(saved, folder);
     show(view);

@@ -32,6 +32,7 @@ class UpdateController : public QObject {
     Q_PROPERTY(qint64 toFetch READ toFetch NOTIFY changed)
     Q_PROPERTY(QString notes READ notes NOTIFY changed)
     Q_PROPERTY(bool hasDownload READ hasDownload NOTIFY changed)
+    Q_PROPERTY(bool canSave READ canSave NOTIFY changed)
     Q_PROPERTY(bool hasPage READ hasPage NOTIFY changed)
     Q_PROPERTY(bool hasSoftwareCentre READ hasSoftwareCentre NOTIFY changed)
 
@@ -58,6 +59,7 @@ public:
     Q_INVOKABLE void checkForUpdates();
     /// Nothing more is to be seen; a search that the user asked for is broken off.
     Q_INVOKABLE void dismiss();
+    /// Once; nothing happens while that goes on, or when it was done.
     Q_INVOKABLE void saveDownload();
     Q_INVOKABLE void openPage();
     Q_INVOKABLE void openSoftwareCentre();
@@ -80,6 +82,9 @@ public:
     [[nodiscard]] QString notes() const { return m_result.notes; }
 
     [[nodiscard]] bool hasDownload() const { return m_result.download != nullptr; }
+
+    /// Whether there is a download that is neither saved nor being saved.
+    [[nodiscard]] bool canSave() const { return hasDownload() && !m_isSaving && !m_view.isSaved; }
 
     [[nodiscard]] bool hasPage() const { return !m_result.page.isEmpty(); }
 
@@ -106,6 +111,7 @@ private:
         qint64 fetched = 0;
         qint64 toFetch = 0;
         bool hasSoftwareCentre = false;
+        bool isSaved = false;
     };
 
     [[nodiscard]] bool isUserAtWork() const;
@@ -123,6 +129,7 @@ private:
     QDateTime m_brokenOff;                  ///< when a search of our own last was
     View m_view;
     UpdateResult m_result;
+    bool m_isSaving = false;
     QTimer m_timer;
     QThreadPool m_pool{this};
 };

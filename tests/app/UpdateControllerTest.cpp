@@ -389,6 +389,41 @@ private Q_SLOTS:
         QVERIFY(m_controller->detail().startsWith(u"Saved as "_s));
     }
 
+    void aDownloadIsSavedOnceHoweverOftenItIsAsked()
+    {
+        m_controller->checkForUpdates();
+        m_search->end(newVersion());
+        QVERIFY(m_controller->canSave());
+
+        m_controller->saveDownload();
+        QVERIFY(!m_controller->canSave());
+        m_controller->saveDownload();
+        QTRY_VERIFY(!m_opened.isEmpty());
+        m_controller->saveDownload(); // the second half of a slow double click
+
+        QVERIFY(!m_controller->canSave());
+        QVERIFY(m_controller->detail().startsWith(u"Saved as Kestle-2.0.tar.xz in "_s));
+        restart(); // waits for what is saved
+        QCOMPARE(filesIn(m_root / "Downloads"), 1);
+        QCOMPARE(m_opened.size(), 1);
+    }
+
+    void aResultThatWasClosedWhileItIsSavedLeavesTheNextOneAlone()
+    {
+        m_controller->checkForUpdates();
+        m_search->end(newVersion());
+        m_controller->saveDownload();
+
+        m_controller->dismiss();
+        m_controller->checkForUpdates();
+        auto next = newVersion();
+        next.fileName = u"Next.tar.xz"_s;
+        m_search->end(next);
+
+        QTRY_VERIFY(m_controller->canSave());
+        QVERIFY(m_controller->detail().startsWith(u"You have "_s));
+    }
+
     void aDownloadThatCannotBeSavedIsTold()
     {
         std::ofstream(m_root / "Downloads") << "no folder";
@@ -399,6 +434,7 @@ private Q_SLOTS:
 
         QTRY_VERIFY(m_controller->detail().startsWith(u"It could not be saved to "_s));
         QVERIFY(m_opened.isEmpty());
+        QVERIFY(m_controller->canSave()); // when there is room
     }
 
     void thePageIsOpened()
@@ -496,6 +532,12 @@ private:
                 .notes = u"Faster"_s,
                 .fileName = u"Kestle-2.0.tar.xz"_s,
                 .download = std::make_shared<const std::filesystem::path>(file)};
+    }
+
+    static qint64 filesIn(const std::filesystem::path &folder)
+    {
+        const std::filesystem::directory_iterator files(folder);
+        return std::distance(begin(files), end(files));
     }
 
     static std::string contentOf(const std::filesystem::path &path)

@@ -49,6 +49,7 @@ Grid {
 
         objectName: "saveUpdate"
         visible: root.updates.hasDownload
+        enabled: root.updates.canSave
         focusPolicy: Qt.TabFocus
         highlighted: true
         text: qsTr("Save to Downloads")
