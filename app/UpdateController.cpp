@@ -68,7 +68,7 @@ UpdateSearch &UpdateController::search()
 
 void UpdateController::searchIfDue()
 {
-    if (!m_services.makeSearch || isShown() || m_asker != Asker::Nobody || isUserAtWork()) {
+    if (!m_services.makeSearch || m_view.isShown || m_asker != Asker::Nobody || isUserAtWork()) {
         return;
     }
     const auto now = m_services.now();
@@ -83,15 +83,22 @@ void UpdateController::searchIfDue()
 
 void UpdateController::followPhase()
 {
-    if (m_asker == Asker::Schedule && isUserAtWork()) {
+    const bool isAtWork = isUserAtWork();
+    if (m_asker == Asker::Schedule && isAtWork) {
         m_asker = Asker::Nobody;
         m_brokenOff = m_services.now();
         m_search->stop();
+    }
+    if (m_cameByItself && m_isSetAside != isAtWork) {
+        m_isSetAside = isAtWork;
+        Q_EMIT changed();
     }
 }
 
 void UpdateController::checkForUpdates()
 {
+    m_cameByItself = false;
+    m_isSetAside = false;
     if (!m_services.makeSearch) {
         show(
             {.isShown = true,
@@ -116,6 +123,8 @@ void UpdateController::dismiss()
         m_asker = Asker::Nobody;
         m_search->stop();
     }
+    m_cameByItself = false;
+    m_isSetAside = false;
     m_result = {}; // and its download
     show({});
 }
@@ -149,6 +158,7 @@ void UpdateController::take(const UpdateResult &result)
     if (result.kind == Kind::NewVersion) {
         m_schedule.noteTold(result.version);
     }
+    m_cameByItself = asker == Asker::Schedule;
     m_result = result;
     show(viewOf(result));
 }

@@ -65,7 +65,7 @@ public:
     Q_INVOKABLE void openSoftwareCentre();
 
     /// Whether the user is to see the result, or that it is coming.
-    [[nodiscard]] bool isShown() const { return m_view.isShown; }
+    [[nodiscard]] bool isShown() const { return m_view.isShown && !m_isSetAside; }
 
     [[nodiscard]] bool isSearching() const { return m_view.isSearching; }
 
@@ -94,7 +94,8 @@ public Q_SLOTS:
     /// Searches when it is time and the user is not at work.
     void searchIfDue();
     /// To be called when the phase changed: a search of our own is broken off when the user begins
-    /// to work, does not count, and begins again when an hour has passed.
+    /// to work, does not count, and begins again when an hour has passed. A result of our own is
+    /// set aside meanwhile.
     void followPhase();
 
 Q_SIGNALS:
@@ -128,6 +129,8 @@ private:
     Asker m_asker = Asker::Nobody;          ///< of the search that goes on
     QDateTime m_brokenOff;                  ///< when a search of our own last was
     View m_view;
+    bool m_cameByItself = false; ///< what is shown
+    bool m_isSetAside = false;   ///< until the user has done his work
     UpdateResult m_result;
     bool m_isSaving = false;
     QTimer m_timer;

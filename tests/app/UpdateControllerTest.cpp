@@ -280,6 +280,48 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 0);
     }
 
+    void whatCameByItselfIsSetAsideWhileTheUserWorks_data()
+    {
+        nothingIsSearchedWhileTheUserIsAtWork_data();
+    }
+
+    void whatCameByItselfIsSetAsideWhileTheUserWorks()
+    {
+        QFETCH(const Phase, phase);
+        QFETCH(const bool, searches);
+        letADayPass();
+        m_controller->searchIfDue();
+        m_search->end(newVersion());
+        QSignalSpy changed(m_controller.get(), &UpdateController::changed);
+
+        enter(phase);
+        QCOMPARE(m_controller->isShown(), searches);
+        QCOMPARE(changed.count(), searches ? 0 : 1);
+
+        enter(Phase::summary(1, 0, 0));
+        QVERIFY(m_controller->isShown());
+        QVERIFY(m_controller->canSave());
+        m_controller->dismiss();
+        enter(phase);
+        enter(Phase::waitingForCard());
+        QVERIFY(!m_controller->isShown());
+    }
+
+    void whatTheUserAskedForStaysWhileHeWorks()
+    {
+        letADayPass();
+        m_controller->searchIfDue();
+        m_search->end(newVersion());
+        enter(Phase::culling());
+
+        m_controller->checkForUpdates();
+        QVERIFY(m_controller->isShown());
+        m_search->end(newVersion());
+        enter(Phase::review());
+
+        QVERIFY(m_controller->isShown());
+    }
+
     void whatTheUserAskedForGoesOnWhileHeWorks()
     {
         m_controller->checkForUpdates();

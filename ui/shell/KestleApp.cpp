@@ -202,7 +202,7 @@ void KestleApp::makeSideWindows()
 void KestleApp::showUpdates()
 {
     if (!updateController().isShown()) {
-        m_updateWindow->close();
+        m_updateWindow->hide();
     } else if (!m_updateWindow->window() || !m_updateWindow->window()->isVisible()) {
         m_updateWindow->open(SideWindow::Focus::Left);
     }

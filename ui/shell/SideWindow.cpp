@@ -39,9 +39,9 @@ void SideWindow::open(Focus focus)
     }
 }
 
-void SideWindow::close()
+void SideWindow::hide()
 {
-    if (m_window && m_window->isVisible()) {
-        m_window->close();
+    if (m_window) {
+        m_window->hide();
     }
 }

@@ -27,7 +27,8 @@ public:
     ~SideWindow();
 
     void open(Focus focus = Focus::Taken);
-    void close();
+    /// Out of sight, but not closed by the user.
+    void hide();
 
     /// Nothing before it was first opened.
     [[nodiscard]] QQuickWindow *window() const { return m_window.get(); }
