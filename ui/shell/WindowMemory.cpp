@@ -57,6 +57,8 @@ void WindowMemory::note()
         // Its size is told before or after: only what has come to rest counts.
         m_seen = visibility;
         m_delay.start(writeDelay);
+    } else if (visibility == QWindow::FullScreen) {
+        m_delay.stop(); // what it has from now on is the screen's size
     } else if (visibility == QWindow::Hidden && m_delay.isActive()) {
         write(); // nothing more will come
     }

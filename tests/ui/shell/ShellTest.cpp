@@ -247,6 +247,32 @@ private Q_SLOTS:
         QCOMPARE(defaults.bytes(u"windowSize"_s).value_or(QByteArray()), "1020x730"_ba);
     }
 
+    void theFullScreensSizeIsNotRemembered_data()
+    {
+        QTest::addColumn<int>("presses");
+        QTest::newRow("right after a new size") << 1;
+        QTest::newRow("and back, and again") << 3;
+    }
+
+    void theFullScreensSizeIsNotRemembered()
+    {
+        QFETCH(const int, presses);
+        m_app->window()->resize(1010, 720);
+        QTRY_COMPARE(m_app->window()->height(), 720);
+        QCoreApplication::processEvents();
+        for (int press = 0; press < presses; ++press) {
+            key(Qt::Key_F11);
+        }
+        QTRY_COMPARE(m_app->window()->visibility(), QWindow::FullScreen);
+        const UserDefaults defaults(UserDefaults::standardFile());
+        QVERIFY(!QTest::qWaitFor([&] { return defaults.bytes(u"windowSize"_s).has_value(); }, 800));
+
+        key(Qt::Key_F11);
+
+        QTRY_COMPARE(m_app->window()->visibility(), QWindow::Windowed);
+        QTRY_COMPARE(defaults.bytes(u"windowSize"_s).value_or(QByteArray()), "1010x720"_ba);
+    }
+
     void aMinimisedWindowComesBackAsItWas_data()
     {
         QTest::addColumn<QWindow::Visibility>("before");
