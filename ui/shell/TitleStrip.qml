@@ -96,10 +96,12 @@ Item {
         }
     }
 
-    // With its first entry chosen, so that arrows go on from there.
+    // With its first entry chosen, so that arrows go on from there. Not for the windows beside this one,
+    // behind which it would open without the keys; while they have them, this one is active all the same.
     Shortcut {
         sequence: "F10"
         context: Qt.ApplicationShortcut
+        enabled: root.window.activeFocusItem !== null
         onActivated: root.toggleMenu(menu.itemAt(0))
     }
 

@@ -273,6 +273,24 @@ private Q_SLOTS:
         QTRY_COMPARE(defaults.bytes(u"windowSize"_s).value_or(QByteArray()), "1010x720"_ba);
     }
 
+    void f10OpensNoMenuBehindAnotherWindow()
+    {
+        key(Qt::Key_Comma, Qt::ControlModifier);
+        auto *const settings = sideWindow(u"settingsWindow"_s);
+        QVERIFY(QTest::qWaitForWindowActive(settings));
+
+        QTest::keyClick(settings, Qt::Key_F10);
+        QVERIFY(!m_app->window()->property("popupOpen").toBool());
+
+        QTest::keyClick(settings, Qt::Key_Escape);
+        m_app->window()->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(m_app->window()));
+        key(Qt::Key_F10);
+        QVERIFY(m_app->window()->property("popupOpen").toBool());
+        key(Qt::Key_F10);
+        QTRY_VERIFY(!m_app->window()->property("popupOpen").toBool());
+    }
+
     void aMinimisedWindowComesBackAsItWas_data()
     {
         QTest::addColumn<QWindow::Visibility>("before");
