@@ -67,6 +67,21 @@ static std::shared_ptr<CardAccess> access(const std::shared_ptr<FileManager> &fi
     return std::make_shared<DirectAccess>(fileManager, defaults);
 }
 
+static std::function<std::unique_ptr<UpdateSearch>()> searchesOf(std::optional<UpdateFeed> feed)
+{
+    if (!feed) {
+        return {};
+    }
+    return [feed] {
+        const auto caches = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+        Updater::Options options;
+        options.folder =
+            std::filesystem::path(QFile::encodeName(caches).toStdString()) / "Kestle/updates";
+        return std::make_unique<Updater>(
+            *feed, Updater::thisHost(QGuiApplication::applicationVersion()), options);
+    };
+}
+
 KestleApp::KestleApp(Extras extras)
     : m_volumes(withDesktopVolumes(std::move(extras.moreVolumes)))
     , m_defaults(UserDefaults::standardFile())
@@ -82,6 +97,8 @@ KestleApp::KestleApp(Extras extras)
     , m_menuCommands(m_appState, m_keyHandler)
     , m_keyMonitor(keyAnswers())
     , m_preferences(m_defaults)
+    , m_makeSearch(extras.makeSearch ? std::move(extras.makeSearch)
+                                     : searchesOf(UpdateFeed::builtIn()))
     , m_windowMemory(m_defaults)
 {
     m_translations.install(QLocale::system().uiLanguages());
@@ -216,24 +233,9 @@ UpdateController &KestleApp::updateController()
     return *m_updates;
 }
 
-static std::function<std::unique_ptr<UpdateSearch>()> searchesOf(std::optional<UpdateFeed> feed)
-{
-    if (!feed) {
-        return {};
-    }
-    return [feed] {
-        const auto caches = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-        Updater::Options options;
-        options.folder =
-            std::filesystem::path(QFile::encodeName(caches).toStdString()) / "Kestle/updates";
-        return std::make_unique<Updater>(
-            *feed, Updater::thisHost(QGuiApplication::applicationVersion()), options);
-    };
-}
-
 UpdateController::Services KestleApp::updateServices() const
 {
-    return {.makeSearch = searchesOf(UpdateFeed::builtIn()),
+    return {.makeSearch = m_makeSearch,
             .phase = [this] { return m_appState.phase(); },
             .now = [] { return QDateTime::currentDateTimeUtc(); },
             .openAddress = [](const QUrl &address) { return QDesktopServices::openUrl(address); },

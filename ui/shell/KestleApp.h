@@ -39,6 +39,8 @@ public:
         std::shared_ptr<FileManager> fileManager;
         /// In place of those that read the card's files.
         std::optional<DecodePipeline::Decoders> decoders;
+        /// Makes what looks for newer versions, in place of what asks the build's feed.
+        std::function<std::unique_ptr<UpdateSearch>()> makeSearch;
     };
 
     explicit KestleApp(Extras extras = {});
@@ -101,6 +103,7 @@ private:
     MenuCommands m_menuCommands;
     KeyMonitor m_keyMonitor;
     Preferences m_preferences;
+    std::function<std::unique_ptr<UpdateSearch>()> m_makeSearch;
     std::unique_ptr<UpdateController> m_updates;
     WindowMemory m_windowMemory;
     LateLibraries m_lateLibraries;
