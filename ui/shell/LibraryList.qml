@@ -29,19 +29,7 @@ ListView {
         event.accepted = page !== 0;
     }
 
-    T.ScrollBar.vertical: T.ScrollBar {
-        id: bar
-
-        implicitWidth: 8
-        padding: 1
-
-        contentItem: Rectangle {
-            implicitWidth: 6
-            radius: 3
-            visible: bar.size < 1
-            color: bar.pressed ? Look.primary : Look.tertiary
-        }
-    }
+    T.ScrollBar.vertical: SlimScrollBar {}
 
     delegate: Column {
         id: entry

@@ -30,7 +30,7 @@ void SideWindow::open(Focus focus)
         // So it does not keep the program going alone, and stays before the main window.
         m_window->setTransientParent(m_main);
     }
-    // What Qt's platforms look at.
+    // What Qt looks at on X11; under Wayland the compositor decides who gets the keys.
     m_window->setProperty("_q_showWithoutActivating", focus == Focus::Left);
     m_window->show();
     if (focus == Focus::Taken) {

@@ -14,12 +14,14 @@ Grid {
     required property UpdateController updates
     required property real room
 
+    readonly property int shownOnes: Number(centre.visible) + Number(page.visible) + Number(save.visible) + Number(close.visible)
     readonly property real inOneRow: root.widthOf(centre) + root.widthOf(page) + root.widthOf(save) + root.widthOf(close) - root.spacing
 
     signal closed
 
     spacing: 10
-    columns: root.inOneRow > root.room ? 1 : 4
+    // Not more than there are: an empty one would take its space too.
+    columns: root.inOneRow > root.room ? 1 : Math.max(1, root.shownOnes)
     horizontalItemAlignment: Grid.AlignRight
 
     PushButton {

@@ -55,6 +55,9 @@ FocusScope {
                 color: Look.white
                 font.pixelSize: Look.title3
                 font.weight: Font.DemiBold
+
+                Accessible.role: Accessible.StaticText
+                Accessible.name: root.updates.headline
             }
         }
 
@@ -67,6 +70,9 @@ FocusScope {
             wrapMode: Text.Wrap
             color: Look.primary
             font.pixelSize: Look.body
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: root.updates.detail
         }
 
         ProgressLine {
@@ -78,34 +84,11 @@ FocusScope {
             total: Number(root.updates.toFetch)
         }
 
-        Rectangle {
+        UpdateNotes {
             visible: root.updates.notes !== ""
+            focus: true
             width: parent.width
-            height: Math.min(notes.contentHeight, 240) + 24
-            radius: 6
-            color: Look.control
-
-            Flickable {
-                id: notes
-
-                objectName: "updateNotes"
-                anchors.fill: parent
-                anchors.margins: 12
-                clip: true
-                boundsBehavior: Flickable.StopAtBounds
-                contentHeight: notesText.implicitHeight
-
-                Text {
-                    id: notesText
-
-                    width: notes.width
-                    text: root.updates.notes
-                    textFormat: Text.PlainText
-                    wrapMode: Text.Wrap
-                    color: Look.primary
-                    font.pixelSize: Look.callout
-                }
-            }
+            text: root.updates.notes
         }
 
         UpdateButtons {
