@@ -164,6 +164,10 @@ void KestleApp::introduce()
 
 bool KestleApp::show()
 {
+    if (m_window) {
+        m_window->show();
+        return true;
+    }
     if (!makeWindow()) {
         return false;
     }

@@ -48,7 +48,7 @@ public:
     KestleApp(const KestleApp &) = delete;
     KestleApp &operator=(const KestleApp &) = delete;
 
-    /// Shows the main window and begins to work. False when it cannot be made.
+    /// Shows the main window and, the first time, begins to work. False when it cannot be made.
     [[nodiscard]] bool show();
 
     /// Brings the main window to the front, with the desktop's leave in @p token, if it gave one.

@@ -105,14 +105,17 @@ private Q_SLOTS:
     void showingTheMainWindowAgainInstallsNoSecondKeyMonitor()
     {
         cull();
-        m_app->window()->hide();
-        m_app->window()->show();
+        auto *const window = m_app->window();
+        window->hide();
+        QVERIFY(m_app->show());
         m_app->raise();
-        QVERIFY(QTest::qWaitForWindowActive(m_app->window()));
+        QCOMPARE(m_app->window(), window);
+        QVERIFY(QTest::qWaitForWindowActive(window));
 
         key(Qt::Key_Right);
 
         QCOMPARE(session().currentIndex(), 1);
+        QCOMPARE(QGuiApplication::topLevelWindows().size(), 1);
     }
 
     void aboutTellsVersionLicenceAndLibraries()
