@@ -139,7 +139,8 @@ void UpdateController::takeProgress(qint64 fetched, qint64 whole)
     auto view = m_view;
     view.fetched = fetched;
     view.toFetch = whole;
-    view.detail = tr("%1 % of the newer version is here to be checked.").arg(percent);
+    view.headline = tr("Checking a newer version…");
+    view.detail = tr("%1% of its download is here.").arg(percent);
     show(view);
 }
 

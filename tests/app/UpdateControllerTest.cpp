@@ -264,7 +264,8 @@ private Q_SLOTS:
         QVERIFY(m_controller->isSearching());
         QCOMPARE(m_controller->fetched(), 500'000);
         QCOMPARE(m_controller->toFetch(), 2'000'000);
-        QCOMPARE(m_controller->detail(), u"25 % of the newer version is here to be checked."_s);
+        QCOMPARE(m_controller->headline(), u"Checking a newer version…"_s);
+        QCOMPARE(m_controller->detail(), u"25% of its download is here."_s);
         m_search->end({.kind = Kind::UpToDate});
         QCOMPARE(m_controller->toFetch(), 0);
     }

@@ -38,6 +38,9 @@ FocusScope {
             textFormat: Text.PlainText
             color: Look.secondary
             font.pixelSize: Look.body
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         Text {
@@ -47,6 +50,9 @@ FocusScope {
             wrapMode: Text.WordWrap
             color: Look.primary
             font.pixelSize: Look.body
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
 
         Text {

@@ -23,6 +23,14 @@ Window {
     minimumHeight: root.shown.implicitHeight
     maximumHeight: root.shown.implicitHeight
 
+    // What it shows may grow while it is open, and nobody else moves it then.
+    onHeightChanged: {
+        const lowest = root.Screen.virtualY + root.Screen.height - root.height;
+        if (root.visible && root.y > lowest) {
+            root.y = Math.max(lowest, root.Screen.virtualY);
+        }
+    }
+
     FocusScope {
         id: scope
 

@@ -799,7 +799,7 @@
     </message>
     <message>
         <source>Looking for a newer version…</source>
-        <translation>Nach einer neueren Version wird gesucht …</translation>
+        <translation>Suche nach einer neueren Version …</translation>
     </message>
     <message>
         <source>Kestle could not look for a newer version</source>
@@ -858,8 +858,12 @@
         <translation>Sie haben %1. Der Download ist von den Entwicklern von Kestle signiert; welche Version er enthält, sagt nur der Server.</translation>
     </message>
     <message>
-        <source>%1 % of the newer version is here to be checked.</source>
-        <translation>%1 % der neueren Version sind da, um geprüft zu werden.</translation>
+        <source>Checking a newer version…</source>
+        <translation>Eine neuere Version wird geprüft …</translation>
+    </message>
+    <message>
+        <source>%1% of its download is here.</source>
+        <translation>%1 % des Downloads sind da.</translation>
     </message>
 </context>
 <context>

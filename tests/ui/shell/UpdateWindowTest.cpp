@@ -5,6 +5,7 @@
 
 #include <QDesktopServices>
 #include <QDir>
+#include <QScreen>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -78,7 +79,7 @@ private Q_SLOTS:
         QTRY_VERIFY(find(window, u"updateProgress"_s));
         const auto *const line = find(window, u"updateProgress"_s);
         QCOMPARE(find(window, u"progressDone"_s)->width(), line->width() / 4);
-        QCOMPARE(textOf(u"updateDetail"_s), u"25 % of the newer version is here to be checked."_s);
+        QCOMPARE(textOf(u"updateDetail"_s), u"25% of its download is here."_s);
         m_search->end(newVersion());
         QTRY_VERIFY(!find(window, u"updateProgress"_s));
     }
@@ -96,6 +97,21 @@ private Q_SLOTS:
         const auto *const close = laidOut(u"closeUpdates"_s);
         QCOMPARE(close->mapToScene(QPointF(close->width() + 24, close->height() + 24)),
                  QPointF(window->width(), window->height())); // all of it has room
+    }
+
+    void itStaysOnTheScreenWhenItGrows()
+    {
+        auto *const window = ask();
+        const auto screen = window->screen()->geometry();
+        window->setY(screen.bottom() - window->height() - 10);
+        QTRY_COMPARE(window->y(), screen.bottom() - window->height() - 10);
+        auto result = newVersion();
+        result.notes = u"A line of what is new\n"_s.repeated(200);
+
+        m_search->end(result);
+
+        QTRY_VERIFY(window->height() > 300);
+        QTRY_COMPARE(window->geometry().bottom(), screen.bottom());
     }
 
     void thePageIsOpened()
