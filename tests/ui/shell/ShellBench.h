@@ -76,6 +76,12 @@ protected:
         QTest::keyClick(m_app->window(), key, modifiers);
     }
 
+    /// Once it has. A window is active already while another one of the program has the keys.
+    [[nodiscard]] static bool hasKeys(const QWindow *window)
+    {
+        return QTest::qWaitFor([=] { return window && QGuiApplication::focusWindow() == window; });
+    }
+
     [[nodiscard]] static QQuickWindow *sideWindow(const QString &name)
     {
         for (auto *window : QGuiApplication::allWindows()) {

@@ -274,7 +274,7 @@ private:
     {
         choose(u"Kestle"_s, u"Check for Updates…"_s);
         if (!QTest::qWaitFor([] { return updateWindow() && updateWindow()->isVisible(); }) ||
-            !QTest::qWaitForWindowActive(updateWindow()) || !m_search || !m_search->isGoingOn) {
+            !hasKeys(updateWindow()) || !m_search || !m_search->isGoingOn) {
             qFatal("No search is seen");
         }
         return updateWindow();
@@ -283,7 +283,7 @@ private:
     void activateMain() const
     {
         m_app->window()->requestActivate();
-        QVERIFY(QTest::qWaitForWindowActive(m_app->window()));
+        QVERIFY(hasKeys(m_app->window()));
     }
 
     QList<QUrl> m_opened;
