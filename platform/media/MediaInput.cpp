@@ -3,6 +3,8 @@
 
 #include "platform/media/MediaInput.h"
 
+#include "platform/media/MediaLimits.h"
+
 #include <utility>
 
 extern "C" {
@@ -12,9 +14,6 @@ extern "C" {
 namespace {
 
 constexpr int bufferSize = 32 * 1024;
-/// What cameras write.
-constexpr auto formats = "mov,mp4,m4a,3gp,3g2,mj2,avi,mpegts";
-constexpr int mostTracks = 32;
 constexpr int64_t mostProbedBytes = 4 * 1024 * 1024;
 constexpr int64_t mostProbedTime = 2 * AV_TIME_BASE;
 
@@ -36,9 +35,9 @@ MediaInput::MediaInput(InputFile file, std::chrono::milliseconds time)
     }
     context->pb = m_io;
     context->flags |= AVFMT_FLAG_CUSTOM_IO;
-    context->format_whitelist = av_strdup(formats);
+    context->format_whitelist = av_strdup(MediaLimits::formats);
     context->protocol_whitelist = av_strdup("none");
-    context->max_streams = mostTracks;
+    context->max_streams = MediaLimits::mostTracks;
     context->probesize = mostProbedBytes;
     context->max_analyze_duration = mostProbedTime;
     context->interrupt_callback = {isLate, this};

@@ -5,6 +5,7 @@
 
 #include "platform/hevc/LibavLimits.h"
 #include "platform/hevc/LibavLog.h"
+#include "platform/media/MediaLimits.h"
 
 #include <mpv/client.h>
 
@@ -15,11 +16,6 @@
 #include <vector>
 
 namespace {
-
-/// What cameras write; no lists that lead to other files.
-constexpr auto formats = "mov,mp4,m4a,3gp,3g2,mj2,avi,mpegts";
-constexpr auto mostTracks = "32";
-constexpr auto mostPixels = "64000000";
 
 constexpr std::pair<const char *, const char *> options[] = {
     {"vo", "libmpv"},
@@ -94,10 +90,10 @@ std::unique_ptr<MpvHandle> MpvHandle::create(const Settings &settings)
         mpv_set_option_string(handle, "ao", "null");
     }
     setMap(handle, "demuxer-lavf-o",
-           {{"format_whitelist", formats},
+           {{"format_whitelist", MediaLimits::formats},
             {"protocol_whitelist", "none"},
-            {"max_streams", mostTracks}});
-    setMap(handle, "vd-lavc-o", {{"max_pixels", mostPixels}});
+            {"max_streams", std::to_string(MediaLimits::mostTracks).c_str()}});
+    setMap(handle, "vd-lavc-o", {{"max_pixels", std::to_string(MediaLimits::mostPixels).c_str()}});
     return mpv_initialize(handle) >= 0 ? std::move(result) : nullptr;
 }
 

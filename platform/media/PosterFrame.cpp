@@ -9,6 +9,7 @@
 #include "platform/imageio/ColorProfile.h"
 #include "platform/imageio/ToneCurve.h"
 #include "platform/media/MediaInput.h"
+#include "platform/media/MediaLimits.h"
 #include "platform/media/MovieBoxes.h"
 #include "platform/media/PictureTurn.h"
 #include "platform/media/SampleCount.h"
@@ -27,7 +28,6 @@ extern "C" {
 namespace {
 
 constexpr auto mostTime = std::chrono::seconds(5);
-constexpr int64_t mostPixels = 64'000'000;
 /// Packets until the first frame; a group of pictures and the sound between has some hundred.
 constexpr int mostPackets = 1000;
 
@@ -48,7 +48,7 @@ Owned<AVCodecContext> openDecoder(const AVStream &stream)
     if (!context || avcodec_parameters_to_context(context.get(), stream.codecpar) < 0) {
         return nullptr;
     }
-    context->max_pixels = mostPixels;
+    context->max_pixels = MediaLimits::mostPixels;
     context->thread_count = 1; // one frame: further threads would only delay it
     return avcodec_open2(context.get(), codec, nullptr) == 0 ? std::move(context) : nullptr;
 }
