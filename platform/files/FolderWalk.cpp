@@ -3,11 +3,11 @@
 
 #include "platform/files/FolderWalk.h"
 
+#include "platform/files/DirectoryStream.h"
 #include "platform/files/OpenBeneath.h"
 
 #include <QtEndian>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -21,12 +21,6 @@
 #include <vector>
 
 namespace {
-
-struct DirectoryCloser {
-    void operator()(DIR *directory) const { ::closedir(directory); }
-};
-
-using Directory = std::unique_ptr<DIR, DirectoryCloser>;
 
 /// The entries of a folder, with all names in one piece of memory: a string for each would take as
 /// long as reading the folder.
@@ -104,7 +98,7 @@ unsigned char typeOf(int folder, const char *name)
 Listing entriesOf(FileDescriptor folder)
 {
     const int number = folder.number();
-    const Directory directory(::fdopendir(number));
+    const DirectoryStream directory(::fdopendir(number));
     if (!directory) {
         return {};
     }

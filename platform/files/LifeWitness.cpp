@@ -5,6 +5,7 @@
 
 #include "platform/files/FolderWalk.h"
 #include "platform/files/OpenBeneath.h"
+#include "platform/files/SystemCall.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -24,11 +25,6 @@ constexpr qint64 largeEnough = 4 * 1024 * 1024;
 
 /// Looking for a large file ends after so many: a card of thousands of small ones is not searched.
 constexpr int mostCandidates = 256;
-
-static bool isUnsupported(int error)
-{
-    return error == EINVAL || error == ENOTSUP || error == ENOSYS;
-}
 
 std::optional<LifeWitness>
 LifeWitness::beneath(int root, const std::function<bool(const std::filesystem::path &)> &mayServe)

@@ -3,26 +3,16 @@
 
 #include "platform/files/PosixFileManager.h"
 
+#include "platform/files/DirectoryStream.h"
 #include "platform/files/FileDescriptor.h"
 #include "platform/files/FolderWalk.h"
 #include "platform/files/PosixHeldCard.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 
 #include <cerrno>
-
-namespace {
-
-struct DirectoryCloser {
-    void operator()(DIR *directory) const { ::closedir(directory); }
-};
-
-using Directory = std::unique_ptr<DIR, DirectoryCloser>;
-
-} // namespace
 
 /// Opens @p folder for reading, without touching its access time where that is allowed.
 static FileDescriptor openFolder(const std::filesystem::path &folder, int flags = 0)
@@ -65,7 +55,7 @@ bool PosixFileManager::isListable(const std::filesystem::path &folder) const
     if (!descriptor.isOpen()) {
         return false;
     }
-    const Directory directory(::fdopendir(descriptor.number()));
+    const DirectoryStream directory(::fdopendir(descriptor.number()));
     if (!directory) {
         return false;
     }

@@ -6,6 +6,7 @@
 #include "platform/checks/Precondition.h"
 #include "platform/files/OpenBeneath.h"
 #include "platform/files/PosixCardMark.h"
+#include "platform/files/SystemCall.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,11 +17,6 @@
 static std::error_code lastError()
 {
     return {errno, std::generic_category()};
-}
-
-static bool isUnsupported(int error)
-{
-    return error == EINVAL || error == ENOTSUP || error == ENOSYS;
 }
 
 FileDescriptor PosixHeldCard::openRoot(const std::filesystem::path &root, std::error_code &error)

@@ -22,3 +22,9 @@ template<typename Call>
 {
     throw std::system_error(errno, std::system_category(), name);
 }
+
+/// Whether errno's value @p error says that the file system or the kernel has no such operation.
+[[nodiscard]] inline bool isUnsupported(int error)
+{
+    return error == EINVAL || error == ENOTSUP || error == ENOSYS;
+}
