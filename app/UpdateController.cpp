@@ -16,7 +16,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using Kind = UpdateResult::Kind;
+using Outcome = UpdateResult::Kind;
 
 /// The start of the program has better things to do.
 constexpr auto firstLook = 10s;
@@ -149,14 +149,14 @@ void UpdateController::take(const UpdateResult &result)
     const auto asker = std::exchange(m_asker, Asker::Nobody);
     const auto now = m_services.now();
     m_schedule.noteSearch(now);
-    const bool isAtFault = result.kind == Kind::NotVerified || result.kind == Kind::NotKept;
+    const bool isAtFault = result.kind == Outcome::NotVerified || result.kind == Outcome::NotKept;
     if (isAtFault && !result.version.isEmpty()) {
         m_schedule.noteFailed(result.version, now);
     }
-    if (asker == Asker::Schedule && result.kind != Kind::NewVersion) {
+    if (asker == Asker::Schedule && result.kind != Outcome::NewVersion) {
         return;
     }
-    if (result.kind == Kind::NewVersion) {
+    if (result.kind == Outcome::NewVersion) {
         m_schedule.noteTold(result.version);
     }
     m_cameByItself = asker == Asker::Schedule;
@@ -168,12 +168,12 @@ UpdateController::View UpdateController::viewOf(const UpdateResult &result) cons
 {
     View view{.isShown = true, .headline = tr("Kestle could not look for a newer version")};
     switch (result.kind) {
-    case Kind::UpToDate:
-    case Kind::KnownAlready:
+    case Outcome::UpToDate:
+    case Outcome::KnownAlready:
         view.headline = tr("Kestle is up to date");
         view.detail = tr("You have the newest version, %1.").arg(m_services.version);
         break;
-    case Kind::NewVersion:
+    case Outcome::NewVersion:
         view.headline = tr("There is a newer version, %1").arg(result.shownVersion);
         view.detail = (result.isFeedSigned
                            ? tr("You have %1. The newer version was signed by Kestle's makers.")
@@ -181,18 +181,18 @@ UpdateController::View UpdateController::viewOf(const UpdateResult &result) cons
                                 "version it is, only the server says."))
                           .arg(m_services.version);
         break;
-    case Kind::NotReached:
+    case Outcome::NotReached:
         view.detail = tr("The server could not be reached, or did not answer.");
         break;
-    case Kind::NotAFeed:
+    case Outcome::NotAFeed:
         view.detail = tr("What the server answered could not be read.");
         break;
-    case Kind::NotVerified:
+    case Outcome::NotVerified:
         view.detail =
             tr("What the server answered was not signed by Kestle's makers. It was thrown "
                "away.");
         break;
-    case Kind::NotKept:
+    case Outcome::NotKept:
         view.detail = tr("There was no room to keep the newer version until it is checked.");
         break;
     }

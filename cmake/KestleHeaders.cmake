@@ -5,7 +5,10 @@
 # includes of Qt and the standard library, which takes the compiler longer than most files
 # themselves and halves a build from nothing. To be called when every target is there.
 #
-# Not where a compiler cache is in use: it could not tell whether those headers have changed, and it
+# The files of a library are compiled at one go for the same reason, so what is a file's own needs a name
+# of its own within the library. All but the decoders', where the work is in the files themselves.
+#
+# Neither where a compiler cache is in use: it could not tell whether those headers have changed, and it
 # makes sure that every file also compiles with nothing but its own includes.
 function(kestle_precompile_headers directory)
     if(CMAKE_CXX_COMPILER_LAUNCHER)
@@ -42,6 +45,11 @@ function(kestle_reuse_headers directory)
         if(type MATCHES "STATIC_LIBRARY|EXECUTABLE" AND libraries MATCHES "Qt6|kestle"
            AND options STREQUAL usual_options AND NOT target MATCHES "plugin|kestle_headers")
             target_precompile_headers(${target} REUSE_FROM kestle_headers)
+            if(type STREQUAL "STATIC_LIBRARY" AND NOT target STREQUAL "kestle_imageio")
+                # What these warn of is a file's own matter, and was said when it was compiled alone.
+                target_compile_options(${target} PRIVATE -Wno-shadow -Wno-subobject-linkage)
+                set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
+            endif()
         endif()
     endforeach()
     get_property(folders DIRECTORY ${directory} PROPERTY SUBDIRECTORIES)
