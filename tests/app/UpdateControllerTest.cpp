@@ -1,37 +1,19 @@
 // SPDX-FileCopyrightText: 2026 Kestle contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "app/UpdateController.h"
-#include "platform/settings/UserDefaults.h"
-#include "tests/app/FakeSearch.h"
+#include "tests/app/UpdateControllerBench.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <fstream>
 
 using namespace Qt::StringLiterals;
 using Kind = UpdateResult::Kind;
 
-class UpdateControllerTest : public QObject {
+class UpdateControllerTest : public QObject, private UpdateControllerBench {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_root = m_folder->path().toStdString();
-        m_defaults = std::make_unique<UserDefaults>(m_root / "defaults.ini");
-        m_phase = {};
-        m_hasFeed = true;
-        m_now = QDateTime({2026, 5, 1}, {12, 0}, Qt::UTC);
-        m_searchesMade = 0;
-        m_search = nullptr;
-        m_opened.clear();
-        m_desktopOpens = true;
-        restart();
-    }
+    void init() { begin(); }
 
     void cleanup() { m_controller.reset(); }
 
@@ -415,71 +397,6 @@ private Q_SLOTS:
         QVERIFY(!m_controller->isShown());
     }
 
-    void theDownloadIsSavedBesideWhatIsThere()
-    {
-        const auto folder = m_root / "Downloads";
-        std::filesystem::create_directories(folder);
-        std::ofstream(folder / "Kestle-2.0.tar.xz") << "mine";
-        m_controller->checkForUpdates();
-        m_search->end(newVersion());
-        QVERIFY(m_controller->hasDownload());
-
-        m_controller->saveDownload();
-
-        QTRY_COMPARE(m_opened, QList{QUrl::fromLocalFile(QString::fromStdString(folder))});
-        QCOMPARE(contentOf(folder / "Kestle-2.0.tar.xz"), "mine");
-        QCOMPARE(contentOf(folder / "Kestle-2.0 (2).tar.xz"), "the new version");
-        QVERIFY(m_controller->detail().startsWith(u"Saved as "_s));
-    }
-
-    void aDownloadIsSavedOnceHoweverOftenItIsAsked()
-    {
-        m_controller->checkForUpdates();
-        m_search->end(newVersion());
-        QVERIFY(m_controller->canSave());
-
-        m_controller->saveDownload();
-        QVERIFY(!m_controller->canSave());
-        m_controller->saveDownload();
-        QTRY_VERIFY(!m_opened.isEmpty());
-        m_controller->saveDownload(); // the second half of a slow double click
-
-        QVERIFY(!m_controller->canSave());
-        QVERIFY(m_controller->detail().startsWith(u"Saved as Kestle-2.0.tar.xz in "_s));
-        restart(); // waits for what is saved
-        QCOMPARE(filesIn(m_root / "Downloads"), 1);
-        QCOMPARE(m_opened.size(), 1);
-    }
-
-    void aResultThatWasClosedWhileItIsSavedLeavesTheNextOneAlone()
-    {
-        m_controller->checkForUpdates();
-        m_search->end(newVersion());
-        m_controller->saveDownload();
-
-        m_controller->dismiss();
-        m_controller->checkForUpdates();
-        auto next = newVersion();
-        next.fileName = u"Next.tar.xz"_s;
-        m_search->end(next);
-
-        QTRY_VERIFY(m_controller->canSave());
-        QVERIFY(m_controller->detail().startsWith(u"You have "_s));
-    }
-
-    void aDownloadThatCannotBeSavedIsTold()
-    {
-        std::ofstream(m_root / "Downloads") << "no folder";
-        m_controller->checkForUpdates();
-        m_search->end(newVersion());
-
-        m_controller->saveDownload();
-
-        QTRY_VERIFY(m_controller->detail().startsWith(u"It could not be saved to "_s));
-        QVERIFY(m_opened.isEmpty());
-        QVERIFY(m_controller->canSave()); // when there is room
-    }
-
     void thePageIsOpened()
     {
         auto result = newVersion();
@@ -522,84 +439,6 @@ private Q_SLOTS:
         QVERIFY(!m_controller->hasSoftwareCentre());
         QVERIFY(m_controller->detail().startsWith(u"No software centre"_s));
     }
-
-private:
-    void enter(const Phase &phase)
-    {
-        m_phase = phase;
-        m_controller->followPhase();
-    }
-
-    static qint64 hours(qint64 count) { return count * 60 * 60; }
-
-    void letADayPass()
-    {
-        m_controller->searchIfDue();
-        m_now = m_now.addDays(1);
-    }
-
-    void restart()
-    {
-        UpdateController::Services services{
-            .makeSearch =
-                [this] {
-                    ++m_searchesMade;
-                    auto search = std::make_unique<FakeSearch>();
-                    m_search = search.get();
-                    return search;
-                },
-            .phase = [this] { return m_phase; },
-            .now = [this] { return m_now; },
-            .openAddress =
-                [this](const QUrl &address) {
-                    m_opened.append(address);
-                    return m_desktopOpens;
-                },
-            .downloadFolder = [this] { return QString::fromStdString(m_root / "Downloads"); },
-            .version = u"1.0"_s,
-            .applicationId = u"org.example.Kestle"_s};
-        if (!m_hasFeed) {
-            services.makeSearch = {};
-        }
-        m_controller = std::make_unique<UpdateController>(*m_defaults, services);
-    }
-
-    UpdateResult newVersion()
-    {
-        const auto file = m_root / "download-1";
-        std::ofstream(file) << "the new version";
-        return {.kind = Kind::NewVersion,
-                .version = u"2.0"_s,
-                .shownVersion = u"Two"_s,
-                .isFeedSigned = true,
-                .notes = u"Faster"_s,
-                .fileName = u"Kestle-2.0.tar.xz"_s,
-                .download = std::make_shared<const std::filesystem::path>(file)};
-    }
-
-    static qint64 filesIn(const std::filesystem::path &folder)
-    {
-        const std::filesystem::directory_iterator files(folder);
-        return std::distance(begin(files), end(files));
-    }
-
-    static std::string contentOf(const std::filesystem::path &path)
-    {
-        std::ifstream file(path);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::filesystem::path m_root;
-    std::unique_ptr<UserDefaults> m_defaults;
-    Phase m_phase;
-    QDateTime m_now;
-    bool m_hasFeed = true;
-    bool m_desktopOpens = true;
-    int m_searchesMade = 0;
-    FakeSearch *m_search = nullptr;
-    QList<QUrl> m_opened;
-    std::unique_ptr<UpdateController> m_controller;
 };
 
 QTEST_GUILESS_MAIN(UpdateControllerTest)
