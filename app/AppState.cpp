@@ -387,7 +387,10 @@ void AppState::undoDecision()
         clampReviewSelection();
         m_now.reviewEnlarged = m_now.reviewEnlarged && m_now.session->hasRejects();
     }
-    if (m_now.session->currentIndex() != previousIndex || idLookedAt() != lookedAt) {
+    // In the review the current item is not what is looked at: an enlarged clip may play on.
+    const bool hasMoved =
+        m_now.phase.kind != Kind::Review && m_now.session->currentIndex() != previousIndex;
+    if (hasMoved || idLookedAt() != lookedAt) {
         dropVideoPlayer();
     }
     recordChange();

@@ -132,6 +132,25 @@ private Q_SLOTS:
         QVERIFY(!app().reviewEnlarged());
     }
 
+    void anUndoOfAnotherRejectLeavesTheEnlargedClipPlaying()
+    {
+        (void)m_bench->press(u"x"_s); // the clip A
+        (void)m_bench->press(u"x"_s);
+        app().finishCulling();
+        (void)m_bench->press(KeyPress::Space);
+        app().playVideo(app().session()->items().at(0));
+        app().session()->jump(0);
+
+        app().undoDecision(); // B is no reject any more, and the current item
+
+        QCOMPARE(app().session()->currentIndex(), 1);
+        QVERIFY(app().reviewEnlarged());
+        QVERIFY(app().videoPlayer());
+        QCOMPARE(log().rate, 1.0);
+        QVERIFY(m_bench->press(u"k"_s));
+        QCOMPARE(log().rate, 0.0);
+    }
+
     void anUndoThatStaysLeavesItPlaying()
     {
         m_bench->defaults.setBoolean(u"autoAdvanceOnReject"_s, false);
