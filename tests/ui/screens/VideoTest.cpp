@@ -354,7 +354,14 @@ private Q_SLOTS:
         const auto row = [](const char *name, const Road &road) { QTest::newRow(name) << road; };
         row("a step on", [](RealBench &bench) { bench.key(Qt::Key_Right); });
         row("a step back", [](RealBench &bench) { bench.key(Qt::Key_Left); });
-        row("a click", [](RealBench &bench) { bench.appState.selectItem(2); });
+        row("a click", [](RealBench &bench) {
+            const auto *border = bench.find(u"border"_s); // of the current one
+            QVERIFY(border);
+            const auto current = WindowBench::rectOf(border);
+            QTest::mouseClick(bench.window, Qt::LeftButton, {},
+                              (current.center() + QPointF(current.width() + 4, 0)).toPoint());
+            QCOMPARE(bench.appState.session()->currentIndex(), 2);
+        });
         row("a reject that advances", [](RealBench &bench) { bench.key(Qt::Key_X); });
         row("an undo", [](RealBench &bench) { bench.appState.undoDecision(); });
         row("Escape", [](RealBench &bench) { bench.key(Qt::Key_Escape); });
@@ -400,6 +407,27 @@ private Q_SLOTS:
 
         QVERIFY(!bench.appState.videoPlayer());
         QVERIFY(waitUntil([this] { return m_players.clipCount() == 0; }));
+    }
+
+    void aDeletionLetsGoOfTheEnlargedClip()
+    {
+        RealBench bench(m_players, m_clip);
+        bench.cullClips({"DSCF0001.MOV", "DSCF0002.JPG"});
+        QVERIFY(waitUntil([&] { return bench.shown() >= 0; }));
+        bench.key(Qt::Key_X);
+        bench.appState.goToReview();
+        bench.key(Qt::Key_Space);
+        QVERIFY(waitUntil([&] { return bench.shown() >= 0; }));
+        const auto file = bench.file("DSCF0001.MOV");
+        QCOMPARE(OpenFiles::countOf(file), 1);
+
+        bench.appState.performDelete();
+
+        QVERIFY(!bench.appState.videoPlayer());
+        QVERIFY(waitUntil([&] { return m_players.clipCount() == 0; }));
+        QCOMPARE(OpenFiles::countOf(file), 0);
+        QTRY_COMPARE(bench.appState.phase().kind, Phase::Kind::Summary);
+        QVERIFY(!std::filesystem::exists(file));
     }
 
     void aThousandQuickStepsLeaveNothingBehind()
