@@ -73,7 +73,8 @@ double pieces(const QByteArray &table, double chunks)
         }
         result += std::max(0.0, std::min(first, chunks) - from) * pieces;
         from = first;
-        pieces = double(samples / soundAtOnce);
+        const auto whole = samples / soundAtOnce;
+        pieces = double(whole);
     }
     return result + std::max(0.0, chunks - from) * pieces;
 }
