@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 Kestle contributors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// video-work CARD first|block: steps from a photo on to a clip in the real window. Prints "ready"
-// half a second before the step, then the milliseconds until the clip's first frame is drawn, or
-// those of the main thread's longest block within the three seconds behind the step. The photo
-// comes first on the card; what the clip shows left of its middle is not black. bench/video runs
-// it.
+// video-work CARD first|block|leave|leave-seek: steps from a photo on to a clip in the real window.
+// Prints "ready" half a second before the step, then the milliseconds until the clip's first frame
+// is drawn, or those of the main thread's longest block within the three seconds behind the step;
+// or within the second behind the step back to the photo, while the clip plays or just seeks. The
+// photo comes first on the card; what the clip shows left of its middle is not black. bench/video
+// runs it.
 
 #include "bench/OneVolume.h"
 #include "bench/Pulse.h"
@@ -20,6 +21,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <optional>
+#include <string_view>
 
 using namespace std::chrono_literals;
 using Kind = Phase::Kind;
@@ -70,6 +72,24 @@ std::optional<double> firstFrame(QQuickWindow *window)
     return std::nullopt;
 }
 
+/// Of the step off the clip.
+std::optional<double> longestBlockOnLeaving(QQuickWindow *window, bool isSeeking)
+{
+    if (!firstFrame(window)) {
+        return std::nullopt;
+    }
+    wait(700ms);
+    if (isSeeking) {
+        press(window, Qt::Key_L);
+        wait(15ms);
+    }
+    const Pulse pulse;
+    wait(20ms);
+    press(window, Qt::Key_Left);
+    wait(1s);
+    return pulse.longest();
+}
+
 double longestBlock(QWindow *window)
 {
     const Pulse pulse;
@@ -84,7 +104,7 @@ double longestBlock(QWindow *window)
 int main(int argc, char **argv)
 {
     if (argc != 3) {
-        std::fputs("usage: video-work CARD first|block\n", stderr);
+        std::fputs("usage: video-work CARD first|block|leave|leave-seek\n", stderr);
         return 2;
     }
     QStandardPaths::setTestModeEnabled(true);
@@ -113,9 +133,11 @@ int main(int argc, char **argv)
     std::puts("ready");
     std::fflush(stdout);
     wait(500ms);
-    const auto result = std::strcmp(argv[2], "first") == 0
-                            ? firstFrame(kestle.window())
-                            : std::optional(longestBlock(kestle.window()));
+    const std::string_view what = argv[2];
+    const auto result = what == "first" ? firstFrame(kestle.window())
+                        : what == "block"
+                            ? std::optional(longestBlock(kestle.window()))
+                            : longestBlockOnLeaving(kestle.window(), what == "leave-seek");
     std::printf("%.1f\n", result.value_or(-1));
     std::fflush(stdout);
     std::_Exit(0); // a card that hangs would be waited for
