@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return watched.shown(clip) == 0; }));
         QRandomGenerator dice(1);
 
-        for (int i = 0; i < 90; ++i) {
+        for (int i = 0; i < 200; ++i) {
             const double to = dice.bounded(clip.end());
             watched.player.seek(Seconds(to));
             (void)waitUntil([&] {

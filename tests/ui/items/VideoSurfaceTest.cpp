@@ -110,7 +110,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return clip.frameIn(bench.seen()) == 0; }));
         QRandomGenerator dice(2);
 
-        for (int i = 0; i < 90; ++i) {
+        for (int i = 0; i < 200; ++i) {
             const double to = dice.bounded(clip.end());
             player.seek(Seconds(to));
             QVERIFY(waitUntil([&] { return !player.isSeeking(); }));
