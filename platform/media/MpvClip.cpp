@@ -135,14 +135,56 @@ void MpvClip::lendOut(const MpvHandle &mpv, const PictureTurn &turn)
     }
 }
 
-/// Waits until nobody draws any more. Without pictures libmpv has let go of those who do when they
-/// come to it.
+/// Waits until nobody draws any more.
 void MpvClip::callIn(const MpvHandle &mpv)
 {
-    mpv.set("vid", "no");
+    {
+        const std::lock_guard lock(m_mutex);
+        m_lent = nullptr;
+    }
+    takeDownPictures(mpv);
+    std::vector<std::function<void()>> letGo;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_hasLetGo = true;
+        letGo.swap(m_letGo);
+    }
+    for (const auto &tell : letGo) {
+        tell();
+    }
     std::unique_lock lock(m_mutex);
-    m_lent = nullptr;
     m_stirs.wait(lock, [this] { return m_borrowers == 0; });
+}
+
+/// Ends the decoder, and what waits there for its frames to be drawn, as far as somebody still has
+/// them to draw.
+void MpvClip::takeDownPictures(const MpvHandle &mpv)
+{
+    constexpr uint64_t isDown = 1; // nothing else is awaited any more
+    constexpr double look = 0.1;   // seconds between two looks
+    mpv_set_wakeup_callback(mpv.get(), nullptr, nullptr);
+    mpv.set("vid", "no", isDown);
+    const auto isBorrowed = [this] {
+        const std::lock_guard lock(m_mutex);
+        return m_borrowers > 0;
+    };
+    while (isBorrowed()) {
+        const auto *event = mpv_wait_event(mpv.get(), look);
+        if (event->event_id == MPV_EVENT_SHUTDOWN ||
+            (event->event_id == MPV_EVENT_SET_PROPERTY_REPLY && event->reply_userdata == isDown)) {
+            return;
+        }
+    }
+}
+
+bool MpvClip::isHoldingOn(std::function<void()> letGo)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_isClosed || m_hasLetGo) {
+        return false;
+    }
+    m_letGo.push_back(std::move(letGo));
+    return true;
 }
 
 void MpvClip::publish(QImage image)

@@ -14,6 +14,7 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 struct mpv_handle;
 
@@ -45,6 +46,10 @@ public:
     [[nodiscard]] std::unique_ptr<OpenGlFrames> openGl(OpenGlLoader loader,
                                                        void *x11Display) override;
 
+    /// Whether it has been closed, but its pictures are not taken down yet. If so, @p letGo is
+    /// called on its thread when they are.
+    [[nodiscard]] bool isHoldingOn(std::function<void()> letGo);
+
     /// What openGl() has lent is not used any more.
     void takeBack();
 
@@ -56,6 +61,7 @@ private:
     void play(const MpvHandle &mpv, const class FrameTimes &frameTimes, const PictureTurn &turn);
     void lendOut(const MpvHandle &mpv, const PictureTurn &turn);
     void callIn(const MpvHandle &mpv);
+    void takeDownPictures(const MpvHandle &mpv);
     void publish(QImage image);
 
     const std::filesystem::path m_path;
@@ -77,4 +83,6 @@ private:
     int64_t m_videoTrack = 1;     ///< of what is lent
     int m_borrowers = 0;
     bool m_wasBorrowed = false;
+    bool m_hasLetGo = false;
+    std::vector<std::function<void()>> m_letGo; ///< who waits for that
 };

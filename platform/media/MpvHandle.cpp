@@ -117,9 +117,9 @@ void MpvHandle::set(const char *property, bool value) const
     mpv_set_property_async(m_handle, 0, property, MPV_FORMAT_FLAG, &flag);
 }
 
-void MpvHandle::set(const char *property, const char *value) const
+void MpvHandle::set(const char *property, const char *value, uint64_t reply) const
 {
-    mpv_set_property_async(m_handle, 0, property, MPV_FORMAT_STRING, &value);
+    mpv_set_property_async(m_handle, reply, property, MPV_FORMAT_STRING, &value);
 }
 
 void MpvHandle::ask(const char *property, Format format, uint64_t reply) const

@@ -36,7 +36,7 @@ public:
     /// Has a command done at some time; its end is told as an event with @p reply.
     void command(std::initializer_list<const char *> words, uint64_t reply = 0) const;
     void set(const char *property, bool value) const;
-    void set(const char *property, const char *value) const;
+    void set(const char *property, const char *value, uint64_t reply = 0) const;
 
     /// Asks for a value, which is told as an event with @p reply.
     void ask(const char *property, Format format, uint64_t reply) const;

@@ -57,3 +57,8 @@ void MpvOpenGlFrames::draw(unsigned framebuffer, QSize pixels)
     };
     mpv_render_context_render(m_context, parameters);
 }
+
+bool MpvOpenGlFrames::isStillHeld(std::function<void()> letGo)
+{
+    return m_context != nullptr && m_clip->isHoldingOn(std::move(letGo));
+}

@@ -25,6 +25,8 @@ public:
 
     void draw(unsigned framebuffer, QSize pixels) override;
 
+    [[nodiscard]] bool isStillHeld(std::function<void()> letGo) override;
+
 private:
     std::shared_ptr<MpvClip> m_clip;
     const bool m_isMirrored;

@@ -5,6 +5,8 @@
 
 #include <QSize>
 
+#include <functional>
+
 /// Draws a clip's pictures with OpenGL. Made, used and destroyed on one thread, with one context
 /// current.
 class OpenGlFrames {
@@ -20,4 +22,8 @@ public:
     /// The newest picture, upright, as large as @p pixels allow, black around it. Leaves the state
     /// of the context changed.
     virtual void draw(unsigned framebuffer, QSize pixels) = 0;
+
+    /// Whether its clip, which has been closed, is about to let go of this: destroying it before
+    /// waits for the clip's decoder. If so, @p letGo is called then, on any thread.
+    [[nodiscard]] virtual bool isStillHeld(std::function<void()> letGo) = 0;
 };

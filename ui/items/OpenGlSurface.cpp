@@ -5,12 +5,14 @@
 
 #include "platform/media/VideoFrames.h"
 #include "platform/threads/Mailbox.h"
+#include "ui/items/DrawingsKeeper.h"
 
 #include <QGuiApplication>
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
 #include <QOpenGLFunctions>
 #include <QQuickOpenGLUtils>
+#include <QQuickWindow>
 
 #include <utility>
 
@@ -36,12 +38,16 @@ void *x11Display()
 /// Lives on the thread that draws.
 class SurfaceRenderer final : public QQuickFramebufferObject::Renderer {
 public:
-    SurfaceRenderer(std::shared_ptr<Mailbox> mailbox, std::function<void()> fail)
-        : m_mailbox(std::move(mailbox))
+    SurfaceRenderer(DrawingsKeeper *keeper, std::shared_ptr<Mailbox> mailbox,
+                    std::function<void()> fail)
+        : m_keeper(keeper)
+        , m_mailbox(std::move(mailbox))
         , m_fail(std::move(fail))
         , m_x11Display(x11Display())
     {
     }
+
+    ~SurfaceRenderer() override { retire(); }
 
     void synchronize(QQuickFramebufferObject *item) override
     {
@@ -61,7 +67,7 @@ public:
     void render() override
     {
         if (m_frames != m_wanted) {
-            m_drawing.reset();
+            retire();
             m_frames = m_wanted;
         }
         if (m_frames && !m_drawing) {
@@ -83,6 +89,15 @@ public:
     }
 
 private:
+    void retire()
+    {
+        if (m_keeper) {
+            m_keeper->take(std::move(m_drawing));
+        }
+        m_drawing.reset();
+    }
+
+    DrawingsKeeper *const m_keeper; ///< of the window, which goes later; may be null
     const std::shared_ptr<Mailbox> m_mailbox;
     const std::function<void()> m_fail;
     void *const m_x11Display;
@@ -115,6 +130,9 @@ void OpenGlSurface::setFrames(const std::shared_ptr<VideoFrames> &frames)
     }
     m_frames = frames;
     if (m_frames) {
+        if (window()) {
+            (void)DrawingsKeeper::of(window());
+        }
         m_frames->showWithOpenGl(
             [mailbox = m_mailbox, this] { mailbox->post([this] { update(); }); });
     }
@@ -132,5 +150,6 @@ void OpenGlSurface::setPixels(QSize pixels)
 QQuickFramebufferObject::Renderer *OpenGlSurface::createRenderer() const
 {
     auto *self = const_cast<OpenGlSurface *>(this);
-    return new SurfaceRenderer(m_mailbox, [self] { Q_EMIT self->failed(); });
+    return new SurfaceRenderer(DrawingsKeeper::known(window()), m_mailbox,
+                               [self] { Q_EMIT self->failed(); });
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "ui/items/VideoSurface.h"
+
 #include "platform/media/MpvPlayer.h"
 #include "platform/media/PosterFrame.h"
 #include "platform/media/VideoFrames.h"
@@ -9,6 +10,7 @@
 #include "tests/support/ClipBytes.h"
 #include "tests/support/CodedClips.h"
 #include "tests/support/WaitUntil.h"
+#include "ui/items/DrawingsKeeper.h"
 
 #include <QQuickWindow>
 #include <QRandomGenerator>
@@ -288,6 +290,24 @@ private Q_SLOTS:
 
         QVERIFY(waitUntil([&] { return clip.frameIn(bench.seen()) >= 0; }));
         bench.surface.setPlayer(nullptr);
+    }
+
+    void whatDrewAClipThatWasLeftGoesByItself()
+    {
+        const auto clip = CodedClips::all().at(0);
+        SurfaceBench bench({10, 10, 120, 100});
+        auto player = m_players.player(clip.file());
+        bench.surface.setPlayer(player.get());
+        player->play();
+        QVERIFY(waitUntil([&] { return clip.frameIn(bench.seen()) > 1; }));
+
+        bench.surface.setPlayer(nullptr);
+        player.reset();
+
+        QVERIFY(waitUntil([this] { return m_players.clipCount() == 0; }));
+        if (const auto *keeper = DrawingsKeeper::known(&bench.window)) { // with OpenGL
+            QCOMPARE(keeper->count(), 0);
+        }
     }
 
     void cleanupTestCase()
