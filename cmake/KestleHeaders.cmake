@@ -6,7 +6,8 @@
 # themselves and halves a build from nothing. To be called when every target is there.
 #
 # The files of a library are compiled at one go for the same reason, so what is a file's own needs a name
-# of its own within the library. All but the decoders', where the work is in the files themselves.
+# of its own within the library. All but the decoders', where the work is in the files themselves, and the
+# tests'.
 #
 # Neither where a compiler cache is in use: it could not tell whether those headers have changed, and it
 # makes sure that every file also compiles with nothing but its own includes.
@@ -45,7 +46,8 @@ function(kestle_reuse_headers directory)
         if(type MATCHES "STATIC_LIBRARY|EXECUTABLE" AND libraries MATCHES "Qt6|kestle"
            AND options STREQUAL usual_options AND NOT target MATCHES "plugin|kestle_headers")
             target_precompile_headers(${target} REUSE_FROM kestle_headers)
-            if(type STREQUAL "STATIC_LIBRARY" AND NOT target STREQUAL "kestle_imageio")
+            if(type STREQUAL "STATIC_LIBRARY"
+               AND NOT target MATCHES "^(kestle_imageio|kestle_test_.*|kestle_fuzzed)$")
                 # What these warn of is a file's own matter, and was said when it was compiled alone.
                 target_compile_options(${target} PRIVATE -Wno-shadow -Wno-subobject-linkage)
                 set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
