@@ -269,7 +269,8 @@ void WalkModel::menuUndo()
         clampReviewSelection();
         m_state.reviewEnlarged = m_state.reviewEnlarged && m_state.session->rejectCount() != 0;
     }
-    if (m_state.session->index != previous || idLookedAt() != lookedAt) {
+    const bool hasMoved = !is(Kind::Review) && m_state.session->index != previous;
+    if (hasMoved || idLookedAt() != lookedAt) {
         m_state.player.reset();
     }
     recordChange();
