@@ -113,6 +113,17 @@ Item {
         }
     }
 
+    // What is open has the keys: were nobody to have them, not even Escape would close it.
+    Connections {
+        target: root.window
+
+        function onActiveFocusItemChanged(): void {
+            if (menu.opened && root.window.activeFocusItem === root.window.contentItem) {
+                menu.forceActiveFocus();
+            }
+        }
+    }
+
     function toggleMaximized(): void {
         if (root.fillsScreen) {
             root.window.showNormal();
