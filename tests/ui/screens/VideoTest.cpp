@@ -76,6 +76,16 @@ public:
         QTRY_COMPARE(appState.phase(), Phase::culling());
     }
 
+    void enlargeARejectedClip()
+    {
+        cullClips({"DSCF0001.MOV", "DSCF0002.JPG"});
+        QVERIFY(waitUntil([this] { return shown() >= 0; }));
+        key(Qt::Key_X);
+        appState.goToReview();
+        key(Qt::Key_Space);
+        QVERIFY(waitUntil([this] { return shown() >= 0; }));
+    }
+
     [[nodiscard]] std::filesystem::path file(const std::string &shot) const
     {
         return cardRoot / "DCIM/100_FUJI" / shot;
@@ -392,13 +402,7 @@ private Q_SLOTS:
     void theEnlargedClipPlaysAndIsLetGo()
     {
         RealBench bench(m_players, m_clip);
-        bench.cullClips({"DSCF0001.MOV", "DSCF0002.JPG"});
-        QVERIFY(waitUntil([&] { return bench.shown() >= 0; }));
-        bench.key(Qt::Key_X);
-        bench.appState.goToReview();
-
-        bench.key(Qt::Key_Space);
-        QVERIFY(waitUntil([&] { return bench.shown() >= 0; }));
+        bench.enlargeARejectedClip();
         bench.key(Qt::Key_K);
         QCOMPARE(bench.appState.videoPlayer()->rate(), 0.0);
         bench.hover();
@@ -412,12 +416,7 @@ private Q_SLOTS:
     void aDeletionLetsGoOfTheEnlargedClip()
     {
         RealBench bench(m_players, m_clip);
-        bench.cullClips({"DSCF0001.MOV", "DSCF0002.JPG"});
-        QVERIFY(waitUntil([&] { return bench.shown() >= 0; }));
-        bench.key(Qt::Key_X);
-        bench.appState.goToReview();
-        bench.key(Qt::Key_Space);
-        QVERIFY(waitUntil([&] { return bench.shown() >= 0; }));
+        bench.enlargeARejectedClip();
         const auto file = bench.file("DSCF0001.MOV");
         QVERIFY(waitUntil(
             [&] { return OpenFiles::countOf(file) == 1; })); // the first player has let go

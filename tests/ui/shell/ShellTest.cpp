@@ -268,6 +268,18 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_app->window()->property("popupOpen").toBool());
     }
 
+    void anOpenMenuHasTheKeysThatNobodyElseHas()
+    {
+        auto *const window = m_app->window();
+        key(Qt::Key_F10);
+        QTRY_VERIFY(window->property("popupOpen").toBool());
+
+        window->contentItem()->forceActiveFocus();
+        key(Qt::Key_Escape);
+
+        QTRY_VERIFY(!window->property("popupOpen").toBool());
+    }
+
     void aMinimisedWindowComesBackAsItWas_data()
     {
         QTest::addColumn<QWindow::Visibility>("before");
